@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace production {
+
+/// Names under which a device may carry its configuration file; the first that exists wins.
+QStringList configurationFileNames();
+
+/// Whether @p path names a system file: its pass is silent and the file is used once.
+bool isSystemFile(const QString &path);
+
+/// The file of @p directory called @p name.
+QString filePath(const QString &directory, const QString &name);
+
+/// Name of the file on the stick that gets a line for every unit that took serial identities.
+QString completionMarkerName();
+
+/// Name of the lock that QSettings holds while it rewrites the file @p configPath.
+QString lockFilePath(const QString &configPath);
+
+} // namespace production
