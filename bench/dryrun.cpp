@@ -1,0 +1,68 @@
+#include "dryrun.h"
+
+#include <configurationfiles.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+using namespace production;
+
+namespace bench {
+
+namespace {
+
+/// All that the module touches on a stick; the rest of it may be films.
+QStringList namesOnStick()
+{
+    QStringList names = configurationFileNames();
+    for (const QString &name : configurationFileNames())
+        names.append(lockFilePath(name));
+    names.append(completionMarkerName());
+    return names;
+}
+
+} // namespace
+
+bool DryRun::redirect(Options &options, QString *error)
+{
+    int number = 0;
+    // Each in a folder of its own, so that it keeps its name in what is shown.
+    const auto takeCopy = [&](QString &path, const QStringList &names) {
+        const QString copy = m_folder.filePath(
+            QStringLiteral("%1/%2").arg(QString::number(++number), QFileInfo(path).fileName()));
+        const bool copied = copyFiles(path, names, copy, error);
+        path = copy;
+        return copied;
+    };
+
+    for (QString &stick : options.sticks) {
+        if (!takeCopy(stick, namesOnStick()))
+            return false;
+    }
+    QString &unit = options.unit.unitDirectory;
+    if (!unit.isEmpty() && !takeCopy(unit, QDir(unit).entryList(QDir::Files | QDir::Hidden)))
+        return false;
+    if (!options.flash.isEmpty() && !takeCopy(options.flash, configurationFileNames()))
+        return false;
+    options.unplugWhenDone = true;
+    return true;
+}
+
+bool DryRun::copyFiles(const QString &from, const QStringList &names, const QString &to,
+                       QString *error) const
+{
+    bool copied = m_folder.isValid() && QDir().mkpath(to);
+    for (const QString &name : names) {
+        const QFileInfo original(filePath(from, name));
+        if (original.isDir())
+            copied &= QDir().mkpath(filePath(to, name));
+        else if (original.exists())
+            copied &= QFile::copy(original.filePath(), filePath(to, name));
+    }
+    if (!copied)
+        *error = tr("%1 cannot be copied for the dry run.").arg(from);
+    return copied;
+}
+
+} // namespace bench
