@@ -1,0 +1,7 @@
+#include "rows.h"
+
+QVector<const Row *> rows::scaling()
+{
+    return {&takeOneBytes, &takeOneQt, &takeOne,     &takeOneIniFormat, &takeOneGlib, &reader,
+            &plainReader,  &writer,    &plainWriter, &childKeys,        &choosing,    &pass};
+}
