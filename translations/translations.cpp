@@ -1,0 +1,27 @@
+#include "translations.h"
+
+#include <QCoreApplication>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTranslator>
+
+#include <memory>
+
+namespace production {
+
+void loadTranslation(const QString &name)
+{
+    // Relative to the program, so that an installed tree may be moved.
+    const QString own = QCoreApplication::applicationDirPath() + QLatin1Char('/')
+        + QStringLiteral(PRODUCTION_TRANSLATIONS);
+    const QString qt = QLibraryInfo::location(QLibraryInfo::TranslationsPath);
+
+    auto translator = std::make_unique<QTranslator>(QCoreApplication::instance());
+    const auto isIn = [&](const QString &folder) {
+        return translator->load(QLocale(), name, QStringLiteral("_"), folder);
+    };
+    if (isIn(own) || isIn(qt))
+        QCoreApplication::installTranslator(translator.release());
+}
+
+} // namespace production
