@@ -1,0 +1,46 @@
+#pragma once
+
+#include "testunit.h"
+
+#include "productionobject.h"
+
+#include <QStringList>
+
+/**
+ * A pass in the test's own thread, so that everything it does stands in one order: the worker's
+ * signals and its calls on the platform. Nothing happens between two events but what @p hook does.
+ */
+class RecordedPass
+{
+public:
+    using Hook = std::function<void(ProductionObject &, const QString &event)>;
+
+    /// Runs start(@p path) on the sticks that are plugged into @p unit.
+    explicit RecordedPass(TestUnit &unit, const QString &path = {}, Hook hook = {});
+    ~RecordedPass();
+
+    /**
+     * What has happened so far. A signal is "name(arguments)", a call "operation(arguments)", the
+     * arguments as in JSON but with single quotes: "message('A099',10)", "system('sync')". The
+     * signal of new backlight steps carries the steps that the platform has then.
+     */
+    QStringList events;
+    ProductionObject worker;
+
+    /// The messages of the group steps as "code text", without the pass's own codes 6 and 8.
+    QStringList stepMessages() const;
+    /// Everything but messages, "sync" and finished().
+    QStringList effects() const;
+
+private:
+    void note(const QString &name, const QVariantList &arguments);
+
+    TestUnit &unit;
+    Hook hook;
+};
+
+/// The parts of a text that "; " separates.
+QStringList list(const char *text);
+
+/// Plugs a stick with @p content as its production.ini and returns its directory.
+QString plugFile(TestUnit &unit, const QByteArray &content);

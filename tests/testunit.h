@@ -1,0 +1,84 @@
+#pragma once
+
+#include "bench/headunit.h"
+
+#include <QTemporaryDir>
+#include <QVector>
+
+#include <condition_variable>
+#include <memory>
+#include <mutex>
+
+class ProductionControl;
+
+/**
+ * A bench unit with the module, in the process of the test: its own data, its own folder for
+ * sticks, and a record of every call of the module on the platform.
+ *
+ * Lives in the main thread. Its destructor waits until the module's thread is gone.
+ */
+class TestUnit
+{
+public:
+    explicit TestUnit(bench::HeadUnitConfig config = {});
+    ~TestUnit();
+
+    /// Makes a stick: a folder with the file @p fileName of @p content. Returns its directory.
+    QString makeStick(const QByteArray &content,
+                      const QString &fileName = QStringLiteral("production.ini"),
+                      const QString &stickName = QStringLiteral("stick"));
+    void plug(const QString &stick);
+    void unplug(const QString &stick);
+    /// For a hook before a call (see HeadUnit::setBeforeCall()), in the worker thread: has the
+    /// main thread unplug @p stick and waits until it has.
+    void unplugFromHook(const QString &stick);
+
+    /// The next unit on the line: new data, the same folders. The module must have ended.
+    void replaceUnit(bench::HeadUnitConfig config = {});
+    bench::HeadUnit &headUnit() { return *unit; }
+
+    /// Gets the control object and tells it that all modules have started.
+    ProductionControl *startModule();
+    /// Waits until start() has returned and everything it sent has been handled; false in vain.
+    bool waitForPass();
+    /// Waits until control object, thread and worker are gone; false in vain.
+    bool waitForEnd();
+    /// Plugs @p stick, starts the module and waits for the pass.
+    bool runPass(const QString &stick);
+
+    bool moduleExists() const;
+
+    QVector<bench::Call> calls() const;
+    /// The calls named @p name.
+    QVector<bench::Call> calls(QLatin1String name) const;
+    /// Pop-ups as "code text", in order.
+    QStringList popUps() const;
+    QVariant stored(bench::Area area, const QString &key) const;
+
+private:
+    /// Takes requests to unplug in the main thread.
+    class Hand : public QObject
+    {
+    public:
+        explicit Hand(TestUnit &unit);
+        bool event(QEvent *event) override;
+
+    private:
+        TestUnit &unit;
+    };
+
+    void createUnit(bench::HeadUnitConfig config);
+
+    QTemporaryDir folder;
+    int unitNumber = 0;
+    std::unique_ptr<bench::HeadUnit> unit;
+    mutable std::mutex mutex; ///< Guards what follows: calls come from both threads.
+    QVector<bench::Call> recorded;
+    QString toUnplug;
+    std::condition_variable unplugged;
+    Hand hand{*this};
+};
+
+/// The whole content of @p path; empty when it cannot be read.
+QByteArray readFile(const QString &path);
+bool writeFile(const QString &path, const QByteArray &content);

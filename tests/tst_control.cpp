@@ -1,0 +1,383 @@
+#include "testunit.h"
+
+#include "bench/flash.h"
+#include "productioncontrol.h"
+#include "productionobject.h"
+
+#include <usbcontrol.h>
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QSemaphore>
+#include <QSignalSpy>
+#include <QtTest>
+
+#include <atomic>
+#include <thread>
+
+namespace {
+
+const QByteArray btFile = "[BT]\nmode=1\nadv_power=4\n";
+const QByteArray serialFile = "[SN]\nmode=1\nAB01\nAB02\n[BT]\nmode=1\nadv_power=4\n";
+
+const QString unplugged = QStringLiteral("1 The USB is unplugged, it has exited production mode.");
+const QString testPassed = QStringLiteral(
+    "1 It is detected that there is communication on the interface, and the test is passed.");
+
+QString flashDirectory; ///< Stands for the unit's flash; empty when the kernel refused.
+QString flashError;
+
+int threadCount()
+{
+    return QDir(QStringLiteral("/proc/self/task"))
+        .entryList(QDir::Dirs | QDir::NoDotAndDotDot)
+        .size();
+}
+
+/// The calls made after the first @p count, test modes only, as "name(arguments)".
+QStringList testModeCalls(const TestUnit &unit)
+{
+    QStringList texts;
+    const QVector<bench::Call> all = unit.calls();
+    for (const bench::Call &call : all) {
+        if (call.name == bench::calls::canbusTestMode || call.name == bench::calls::mcuTestMode) {
+            QStringList args;
+            for (const QVariant &arg : call.args)
+                args << arg.toString();
+            texts << call.name.section(QLatin1Char(':'), 0, 0) + QLatin1Char(' ')
+                    + args.join(QLatin1Char(' '));
+        }
+    }
+    return texts;
+}
+
+} // namespace
+
+/// The life of the module: what starts it, what ends it, and that it always ends as a whole.
+class TestControl : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { threadsBefore = threadCount(); }
+
+    void endsWithNothingToDo();
+    void waitsForDeviceEvents();
+    void endsWithoutConfigurationFile();
+    void flashFileWinsOverStick();
+    void unpluggedWhen_data();
+    void unpluggedWhen();
+    void testModesSwitchedOff_data();
+    void testModesSwitchedOff();
+    void ignoresOtherDevices();
+    void interfaceTestPopUp_data();
+    void interfaceTestPopUp();
+    void secondCheckDoesNothing();
+    void destroyedDuringPass();
+    void startOnlyWhenReady_data();
+    void startOnlyWhenReady();
+    void leaveSeenByBothThreads();
+
+private:
+    int threadsBefore = 0;
+};
+
+void TestControl::endsWithNothingToDo()
+{
+    TestUnit unit;
+    QPointer<ProductionControl> control = unit.startModule();
+    QVERIFY(!control->isInProductionModel());
+    QVERIFY(unit.waitForEnd());
+    QVERIFY(unit.calls().isEmpty());
+    QCOMPARE(threadCount(), threadsBefore);
+    QPointer<ProductionControl> next = ProductionControl::getInstance();
+    QVERIFY(!next.isNull());
+    delete next;
+}
+
+void TestControl::waitsForDeviceEvents()
+{
+    bench::HeadUnitConfig config;
+    config.lateUsb = true;
+    TestUnit unit(config);
+    unit.plug(unit.makeStick(btFile));
+    QPointer<ProductionControl> control = unit.startModule();
+    QCoreApplication::processEvents();
+    QVERIFY(ProductionObject::ins == nullptr && !control.isNull());
+    unit.headUnit().requestDeviceEvents();
+    QVERIFY(unit.waitForPass());
+    QVERIFY(control->isInProductionModel());
+}
+
+void TestControl::endsWithoutConfigurationFile()
+{
+    TestUnit unit;
+    const QString stick = unit.makeStick("", QStringLiteral("readme.txt"));
+    unit.plug(stick);
+    unit.startModule();
+    QVERIFY(ProductionObject::ins != nullptr);
+    QVERIFY(unit.waitForEnd());
+    QVERIFY(unit.popUps().isEmpty() && testModeCalls(unit).isEmpty());
+    QTRY_COMPARE(threadCount(), threadsBefore);
+}
+
+void TestControl::flashFileWinsOverStick()
+{
+    if (flashDirectory.isEmpty())
+        QSKIP(qPrintable(flashError));
+    const QString flashFile = flashDirectory + QStringLiteral("/production_sys.ini");
+    QVERIFY(writeFile(flashFile, "[BT]\nmode=1\nadv_power=9\n"));
+    TestUnit unit;
+    const QString stick = unit.makeStick(btFile);
+    QVERIFY(unit.runPass(stick));
+    QCOMPARE(unit.stored(bench::Area::Factory, QStringLiteral("adv_power")).toInt(), 9);
+    QVERIFY(unit.popUps().isEmpty());
+    QVERIFY(!QFile::exists(flashFile)); // used once
+    unit.unplug(stick);
+    QCoreApplication::processEvents();
+    QVERIFY(unit.moduleExists()); // nothing but the application's end takes it out of Done
+}
+
+void TestControl::unpluggedWhen_data()
+{
+    // The call of the module before which the stick is pulled; what was stored by the end.
+    QTest::addColumn<QString>("call");
+    QTest::addColumn<QString>("storedSerial");
+    QTest::addColumn<QByteArray>("marker");
+    QTest::newRow("before the rewrite's sync: write is finished, no marker")
+        << QString(bench::calls::system) << QStringLiteral("AB01") << QByteArray();
+    QTest::newRow("while storing: write is finished, no marker")
+        << QString(bench::calls::saveProductionData) << QStringLiteral("AB01") << QByteArray();
+    QTest::newRow("in the last group: pass reaches its end")
+        << QString(bench::calls::saveFactoryData) << QStringLiteral("AB01")
+        << QByteArray("AB01\r\n");
+    QTest::newRow("after the pass")
+        << QString() << QStringLiteral("AB01") << QByteArray("AB01\r\n");
+}
+
+void TestControl::unpluggedWhen()
+{
+    QFETCH(QString, call);
+    QFETCH(QString, storedSerial);
+    QFETCH(QByteArray, marker);
+    TestUnit unit;
+    const QString stick = unit.makeStick(serialFile);
+    std::atomic<bool> pulled{false}; // asked in both threads
+    unit.headUnit().setBeforeCall([&](const bench::Call &next) {
+        if (pulled || next.name != call)
+            return;
+        pulled = true;
+        unit.unplugFromHook(stick);
+    });
+    QVERIFY(unit.runPass(stick));
+    if (call.isEmpty())
+        unit.unplug(stick);
+    QVERIFY(unit.waitForEnd());
+    unit.headUnit().setBeforeCall({});
+
+    QCOMPARE(unit.popUps().count(unplugged), 1);
+    QCOMPARE(unit.popUps().last(), unplugged);
+    QCOMPARE(testModeCalls(unit),
+             QStringList({QStringLiteral("canbus false 0"), QStringLiteral("mcu false")}));
+    QCOMPARE(unit.stored(bench::Area::Production, QStringLiteral("SN")).toString(), storedSerial);
+    QVERIFY(!readFile(stick + QStringLiteral("/production.ini")).contains("AB01"));
+    QCOMPARE(readFile(stick + QStringLiteral("/production_done.txt")), marker);
+    QTRY_COMPARE(threadCount(), threadsBefore);
+}
+
+void TestControl::testModesSwitchedOff_data()
+{
+    QTest::addColumn<QStringList>("modulesLeftOut");
+    QTest::addColumn<int>("canIndex");
+    QTest::addColumn<QStringList>("calls");
+    const QString on = QStringLiteral("canbus true 28");
+    QTest::newRow("index of the unit")
+        << QStringList() << 7
+        << QStringList{on, QStringLiteral("canbus false 7"), QStringLiteral("mcu false")};
+    QTest::newRow("no canbus module")
+        << QStringList{QStringLiteral("canbus")} << 7 << QStringList{QStringLiteral("mcu false")};
+    QTest::newRow("no mcu module") << QStringList{QStringLiteral("mcu")} << 0
+                                   << QStringList{on, QStringLiteral("canbus false 0")};
+}
+
+void TestControl::testModesSwitchedOff()
+{
+    QFETCH(QStringList, modulesLeftOut);
+    QFETCH(int, canIndex);
+    QFETCH(QStringList, calls);
+    bench::HeadUnitConfig config;
+    config.modulesLeftOut = modulesLeftOut;
+    config.presets = {{bench::Area::User, QStringLiteral("CanIndex"), canIndex}};
+    TestUnit unit(config);
+    const QString stick = unit.makeStick("[CANBUS]\nmode=1\n");
+    QVERIFY(unit.runPass(stick));
+    unit.unplug(stick);
+    QVERIFY(unit.waitForEnd());
+    QCOMPARE(testModeCalls(unit), calls);
+}
+
+void TestControl::ignoresOtherDevices()
+{
+    TestUnit unit;
+    const QString stick = unit.makeStick(btFile);
+    const QString other =
+        unit.makeStick(btFile, QStringLiteral("production.ini"), QStringLiteral("other"));
+    QVERIFY(unit.runPass(stick));
+    unit.plug(other);
+    unit.unplug(other);
+    emit UsbControl::getInstance()->deviceUnmounted(MediaTypeUnknown, stick);
+    emit UsbControl::getInstance()->deviceUnmounted(MediaTypeUsbStorage, stick + QLatin1Char('/'));
+    QCoreApplication::processEvents();
+    QCOMPARE(ProductionObject::ins.load()->currentState(), Done);
+}
+
+void TestControl::interfaceTestPopUp_data()
+{
+    QTest::addColumn<int>("model");
+    QTest::addColumn<QString>("fileName");
+    QTest::addColumn<int>("popUps");
+    QTest::newRow("one for each report") << 0 << QStringLiteral("production.ini") << 3;
+    QTest::newRow("never on model 7") << 7 << QStringLiteral("production.ini") << 0;
+    QTest::newRow("never in a silent pass") << 0 << QStringLiteral("production_sys.ini") << 0;
+}
+
+void TestControl::interfaceTestPopUp()
+{
+    QFETCH(int, model);
+    QFETCH(QString, fileName);
+    QFETCH(int, popUps);
+    bench::HeadUnitConfig config;
+    config.modelId = model;
+    TestUnit unit(config);
+    const QString stick = unit.makeStick(btFile, fileName);
+    unit.plug(stick);
+    QPointer<ProductionControl> control = ProductionControl::getInstance();
+    control->init(); // Ready, and nobody has asked for a pass
+    unit.headUnit().reportData(QStringLiteral("canbus"));
+    QCOMPARE(unit.popUps().count(testPassed), 0);
+    emit control->startExe(QString());
+    QVERIFY(unit.waitForPass());
+    unit.headUnit().reportData(QStringLiteral("canbus"));
+    unit.headUnit().reportData(QStringLiteral("mcu"));
+    unit.headUnit().reportData(QStringLiteral("mcu"));
+    QCOMPARE(unit.popUps().count(testPassed), popUps);
+    delete control;
+}
+
+void TestControl::secondCheckDoesNothing()
+{
+    TestUnit unit;
+    const QString stick = unit.makeStick(serialFile);
+    QVERIFY(unit.runPass(stick));
+    const int before = unit.calls().size();
+    ProductionObject *const worker = ProductionObject::ins;
+    QVERIFY(QMetaObject::invokeMethod(ProductionControl::getInstance(), "checkUSB"));
+    QVERIFY(unit.waitForPass());
+    QCOMPARE(unit.calls().size(), before);
+    QCOMPARE(ProductionObject::ins.load(), worker);
+}
+
+void TestControl::destroyedDuringPass()
+{
+    TestUnit unit;
+    const QString stick = unit.makeStick(serialFile);
+    QSemaphore reached;
+    QSemaphore release;
+    unit.headUnit().setBeforeCall([&](const bench::Call &call) {
+        if (call.name == bench::calls::saveProductionData) {
+            reached.release();
+            release.acquire();
+        }
+    });
+    unit.plug(stick);
+    ProductionControl *const control = unit.startModule();
+    reached.acquire();
+    delete control; // lets the thread go after a second
+    QVERIFY(ProductionObject::ins != nullptr);
+
+    // A module that starts meanwhile must not run a second pass over the stick.
+    QPointer<ProductionControl> next = ProductionControl::getInstance();
+    QVERIFY(QMetaObject::invokeMethod(next, "checkUSB"));
+    QTRY_VERIFY(next.isNull());
+
+    release.release();
+    QVERIFY(unit.waitForEnd());
+    unit.headUnit().setBeforeCall({});
+    QTRY_COMPARE(threadCount(), threadsBefore);
+    QCOMPARE(readFile(stick + QStringLiteral("/production_done.txt")), QByteArray("AB01\r\n"));
+}
+
+void TestControl::startOnlyWhenReady_data()
+{
+    QTest::addColumn<bool>("ready");
+    QTest::addColumn<bool>("leave");
+    QTest::addColumn<int>("finished");
+    QTest::newRow("not ready: nothing at all") << false << false << 0;
+    QTest::newRow("leave requested before the pass") << true << true << 1;
+    QTest::newRow("nothing found") << true << false << 1;
+}
+
+void TestControl::startOnlyWhenReady()
+{
+    QFETCH(bool, ready);
+    QFETCH(bool, leave);
+    QFETCH(int, finished);
+    TestUnit unit;
+    if (leave)
+        unit.plug(unit.makeStick(btFile));
+    ProductionObject worker;
+    if (ready)
+        worker.setReady();
+    if (leave)
+        worker.setLeave();
+    QSignalSpy spy(&worker, &ProductionObject::finished);
+    worker.start(QString());
+    QCOMPARE(spy.count(), finished);
+    QCOMPARE(worker.currentState(), ready ? Ready : Idle);
+    QVERIFY(unit.popUps().isEmpty());
+}
+
+void TestControl::leaveSeenByBothThreads()
+{
+    // The two threads meet at another point in every round; each must see exactly one leave.
+    constexpr int rounds = 300;
+    TestUnit unit;
+    unit.plug(unit.makeStick(btFile));
+    int leftByUi = 0;
+    for (int round = 0; round < rounds; ++round) {
+        ProductionObject worker;
+        worker.setReady();
+        std::atomic<int> finished{0};
+        std::atomic<int> switchedOff{0};
+        connect(
+            &worker, &ProductionObject::finished, this, [&] { ++finished; }, Qt::DirectConnection);
+        connect(
+            &worker, &ProductionObject::canbusEntryProductionTestMode, this, [&] { ++switchedOff; },
+            Qt::DirectConnection);
+        std::thread pass([&] { worker.start(QString()); });
+        while (worker.currentState() < Running)
+            std::this_thread::yield();
+        for (int spin = 0; spin < round * 20 && worker.currentState() < Done; ++spin)
+            std::this_thread::yield();
+        worker.setLeave();
+        leftByUi += finished;
+        pass.join();
+        QCOMPARE(finished.load(), 1);
+        QCOMPARE(switchedOff.load(), 1);
+        QCOMPARE(worker.currentState(), Idle);
+    }
+    qInfo("%d of %d leaves were carried out before the UI thread returned", leftByUi, rounds);
+}
+
+int main(int argc, char **argv)
+{
+    // The namespace must be entered before there is a second thread.
+    const QTemporaryDir flash;
+    if (bench::mountFlash(flash.path(), &flashError))
+        flashDirectory = flash.path();
+    QCoreApplication app(argc, argv);
+    TestControl test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_control.moc"
