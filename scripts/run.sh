@@ -1,0 +1,45 @@
+#!/usr/bin/env bash
+# Builds the bench and takes a unit through production from a stick. Each further run is the next
+# unit with the same stick. Options are handed on to production-bench (see its --help).
+#
+#   scripts/run.sh [--fresh] [--window] [OPTION]...
+#
+#   --fresh    start again with a new copy of the stick
+#   --window   show the unit in a window, where the stick is pulled by hand
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+fresh=
+if [ "${1-}" = --fresh ]; then
+    fresh=yes
+    shift
+fi
+targets=(production-bench)
+mode=(--unplug-when-done)
+if [ "${1-}" = --window ]; then
+    targets+=(production_bench_window)
+    mode=()
+fi
+
+scripts/setup.sh build
+build=build/release
+log=$build/run.log
+mkdir -p "$build"
+if ! { cmake --preset release && cmake --build "$build" --target "${targets[@]}"; } >"$log" 2>&1; then
+    cat "$log" >&2
+    exit 1
+fi
+
+line=$build/line # one stick and its units
+[ -z "$fresh" ] || rm -rf "$line"
+if [ ! -d "$line/stick" ]; then
+    mkdir -p "$line"
+    cp -r examples/full-line "$line/stick"
+fi
+number=1
+while [ -d "$line/unit-$(printf %03d "$number")" ]; do
+    number=$((number + 1))
+done
+
+exec "$build/bin/production-bench" \
+    --unit "$line/unit-$(printf %03d "$number")" --stick "$line/stick" "${mode[@]}" "$@"
