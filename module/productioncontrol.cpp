@@ -10,6 +10,8 @@
 #include <screenlockctrl.h>
 #include <tipdialog.h>
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QFile>
 #include <QStringList>
 #include <QThread>
@@ -227,7 +229,9 @@ void ProductionControl::onDeviceUnmounted(MediaType mt, QString dev)
     if (worker->currentState() == Idle || mt != MediaTypeUsbStorage
         || !worker->isConfigurationDevice(dev))
         return;
-    worker->setLeave();
+    // The leave is carried out here and now, so what the pass has queued would come after it: a
+    // test mode would stay on, and the closing pop-up would not be the last.
+    worker->setLeave([this] { QCoreApplication::sendPostedEvents(this, QEvent::MetaCall); });
 }
 
 void ProductionControl::onFinished()

@@ -69,6 +69,7 @@ private slots:
     void unpluggedWhen();
     void testModesSwitchedOff_data();
     void testModesSwitchedOff();
+    void unpluggedBeforeResultsAreShown();
     void ignoresOtherDevices();
     void interfaceTestPopUp_data();
     void interfaceTestPopUp();
@@ -214,6 +215,23 @@ void TestControl::testModesSwitchedOff()
     unit.unplug(stick);
     QVERIFY(unit.waitForEnd());
     QCOMPARE(testModeCalls(unit), calls);
+}
+
+void TestControl::unpluggedBeforeResultsAreShown()
+{
+    TestUnit unit;
+    const QString stick = unit.makeStick("[SN]\nmode=1\nAB01\n[CANBUS]\nmode=1\n");
+    unit.plug(stick);
+    unit.startModule();
+    while (ProductionObject::ins.load()->currentState() < Done)
+        std::this_thread::yield(); // as long as the head unit's main thread is busy
+    unit.unplug(stick);
+    QVERIFY(unit.waitForEnd());
+    QCOMPARE(unit.popUps().size(), 5);
+    QCOMPARE(unit.popUps().last(), unplugged);
+    QCOMPARE(testModeCalls(unit),
+             QStringList({QStringLiteral("canbus true 28"), QStringLiteral("canbus false 0"),
+                          QStringLiteral("mcu false")}));
 }
 
 void TestControl::ignoresOtherDevices()

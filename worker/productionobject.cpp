@@ -54,13 +54,16 @@ void ProductionObject::sendMessage(QString msg, int type)
         emit message(msg, type);
 }
 
-void ProductionObject::setLeave()
+void ProductionObject::setLeave(const std::function<void()> &beforeLeaving)
 {
     // The pass stores Done before it looks at the flag a last time, and the flag is raised here
     // before the state is looked at: at least one of the two threads sees the other.
     needLeave = true;
-    if (state == Done)
-        leaveProductionModel();
+    if (state != Done)
+        return;
+    if (beforeLeaving)
+        beforeLeaving();
+    leaveProductionModel();
 }
 
 void ProductionObject::leaveProductionModel()

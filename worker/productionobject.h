@@ -8,6 +8,7 @@
 #include <QStringList>
 
 #include <atomic>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -62,10 +63,11 @@ public:
     /**
      * Requests to leave production mode; for the UI thread.
      *
-     * In Done this leaves at once, with the signals of leaving emitted in the calling thread. A
-     * pass that is running leaves by itself at its next check, one that is Ready does not begin.
+     * In Done this leaves at once, with the signals of leaving emitted in the calling thread, right
+     * after a call of @p beforeLeaving; the pass has emitted all of its signals by then. A pass
+     * that is running leaves by itself at its next check, one that is Ready does not begin.
      */
-    void setLeave();
+    void setLeave(const std::function<void()> &beforeLeaving = {});
 
     /**
      * Leaves production mode: switches the test modes off, becomes Idle and emits finished().
