@@ -36,16 +36,19 @@ int slips(QStringView a, QStringView b)
     return last[width - 1];
 }
 
-/// How many letters of @p word do not occur in @p known, which is ASCII, in either case.
+/**
+ * At most how many letters of @p word do not occur in @p known, in either case.
+ *
+ * Letters of either case share their lowest five bits; what else shares them passes for the letter.
+ */
 int strangeLetters(QStringView word, QLatin1String known)
 {
-    constexpr ushort caseBit = 0x20;
-    const auto isStrange = [&](QChar letter) {
-        return std::none_of(known.begin(), known.end(), [&](char other) {
-            return (letter.unicode() | caseBit) == (uchar(other) | caseBit);
-        });
-    };
-    return int(std::count_if(word.begin(), word.end(), isStrange));
+    const auto bit = [](ushort code) { return 1u << (code & 0x1f); };
+    unsigned letters = 0;
+    for (const char letter : known)
+        letters |= bit(uchar(letter));
+    return int(std::count_if(word.begin(), word.end(),
+                             [&](QChar letter) { return !(letters & bit(letter.unicode())); }));
 }
 
 std::vector<KnownGroup> makeKnownGroups()

@@ -17,10 +17,11 @@ void loadTranslation(const QString &name)
     const QString qt = QLibraryInfo::location(QLibraryInfo::TranslationsPath);
 
     auto translator = std::make_unique<QTranslator>(QCoreApplication::instance());
-    const auto isIn = [&](const QString &folder) {
-        return translator->load(QLocale(), name, QStringLiteral("_"), folder);
+    const auto isIn = [&](const QString &folder, const QLocale &locale) {
+        return translator->load(locale, name, QStringLiteral("_"), folder);
     };
-    if (isIn(own) || isIn(qt))
+    // The texts in the sources are English, but for its plurals.
+    if (isIn(own, QLocale()) || isIn(qt, QLocale()) || isIn(own, QLocale(QLocale::English)))
         QCoreApplication::installTranslator(translator.release());
 }
 
