@@ -13,7 +13,7 @@ struct FileContent
     production::KeyComments comments;
 };
 
-FileContent readContent(QByteArray bytes);
+FileContent readContent(const QByteArray &bytes);
 QByteArray writtenContent(const FileContent &content);
 
 /**
@@ -22,7 +22,7 @@ QByteArray writtenContent(const FileContent &content);
  *  - what was read successfully is the same after a rewrite and another read;
  *  - a second rewrite is byte-identical to the first;
  *  - a rewrite without one of the keys loses that key and nothing else;
- *  - where the plain layout can be read back, it is what is written.
+ *  - where the plain layout can be read back, it is what is written (but for backslashes).
  *
  * Returns what is broken, or an empty text.
  */

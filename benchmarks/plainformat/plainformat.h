@@ -5,8 +5,9 @@
 class QIODevice;
 
 /**
- * The format's reader and writer as one would first write them, with the same results on the
- * generated files: the yardsticks for the real ones.
+ * The settings format as one would first write it: line by line through a text stream, without
+ * protection of what does not come back bare, but for commas and comment characters. It is the
+ * yardstick of the benchmarks and what the tests compare reader and writer with.
  */
 namespace plainformat {
 

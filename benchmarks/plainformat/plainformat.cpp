@@ -2,6 +2,7 @@
 
 #include <QIODevice>
 #include <QStringList>
+#include <QTextCodec>
 #include <QTextStream>
 
 using production::bareValue;
@@ -11,6 +12,18 @@ using production::SettingsMap;
 namespace plainformat {
 
 namespace {
+
+/// Lone surrogates, which only UTF-16 can hold, replaced.
+QString wellFormed(const QString &line)
+{
+    QString result;
+    for (const uint c : line.toUcs4()) {
+        if (QChar::requiresSurrogates(c))
+            result += QChar(QChar::highSurrogate(c));
+        result += QChar::requiresSurrogates(c) ? QChar(QChar::lowSurrogate(c)) : QChar(ushort(c));
+    }
+    return result;
+}
 
 QString sectionPrefix(const QString &name)
 {
@@ -99,22 +112,37 @@ QString protectedText(const QString &text)
     return special ? QLatin1Char('"') + text + QLatin1Char('"') : text;
 }
 
-QByteArray keyLine(const QString &name, const QVariant &value, const QString &comment)
+QString valueText(const QVariant &value)
 {
-    QByteArray line = name.toUtf8();
-    if (value.type() == QVariant::List || value.type() == QVariant::StringList) {
-        QStringList items;
-        for (const QString &item : value.toStringList())
-            items.append(protectedText(item));
-        line += "=" + items.join(QLatin1String(" , ")).toUtf8();
-    } else if (value.toString() != bareValue()) {
-        line += "=" + protectedText(value.toString()).toUtf8();
-    }
+    if (value.type() != QVariant::List && value.type() != QVariant::StringList)
+        return protectedText(value.toString());
+    QStringList items;
+    for (const QString &item : value.toStringList())
+        items.append(protectedText(item));
+    return items.join(QLatin1String(" , "));
+}
+
+QByteArray withComment(QByteArray line, const QString &comment)
+{
     if (!comment.isEmpty()) {
         line += QByteArray(line.size() <= 16 ? 16 - line.size() : 4 - line.size() % 4, ' ');
         line += comment.toUtf8();
     }
     return line + "\r\n";
+}
+
+QByteArray keyLine(const QString &name, const QVariant &value, const QString &comment)
+{
+    QByteArray line = name.toUtf8();
+    if (value.toString() != bareValue())
+        line += "=" + valueText(value).toUtf8();
+    return withComment(line, comment);
+}
+
+/// A key that stands at the begin of its section, with its "=" even when it has no value.
+QByteArray specialLine(const QString &name, const QVariant &value, const QString &comment)
+{
+    return withComment((name + QLatin1Char('=') + valueText(value)).toUtf8(), comment);
 }
 
 } // namespace
@@ -124,10 +152,14 @@ bool read(QIODevice &device, SettingsMap &map, KeyComments &comments)
     comments.clear();
     QTextStream stream(&device);
     stream.setCodec("utf-8");
+    const QTextCodec *const utf8 = stream.codec();
     bool ok = true;
     QString prefix = QLatin1String("");
     while (!stream.atEnd()) {
-        const QString line = stream.readLine().trimmed();
+        QString line = stream.readLine();
+        if (stream.codec() != utf8)
+            line = wellFormed(line);
+        line = line.trimmed();
         if (line.isEmpty())
             continue;
         if (line.startsWith(QLatin1Char('['))) {
@@ -150,7 +182,7 @@ bool write(QIODevice &device, const SettingsMap &map, const KeyComments &comment
     QStringList written;
     for (auto it = map.begin(); ok && it != map.end(); ++it) {
         const QString header = headerOf(it.key());
-        if (header.compare(lastHeader, Qt::CaseInsensitive) != 0) {
+        if (header != lastHeader) {
             if (!lastHeader.isEmpty())
                 device.write("\r\n");
             ok = device.write(header.toUtf8() + "\r\n") >= 0;
@@ -160,7 +192,7 @@ bool write(QIODevice &device, const SettingsMap &map, const KeyComments &comment
                 const QString key = header.mid(1, header.size() - 2) + QLatin1Char('/') + name;
                 if (!map.contains(key))
                     continue;
-                device.write(keyLine(name, map.value(key), comments.value(key)));
+                device.write(specialLine(name, map.value(key), comments.value(key)));
                 written.append(name);
             }
         }
