@@ -1,15 +1,18 @@
 // Renders the main states of the bench's window: screenshots FOLDER PREFIX. Run by
 // scripts/screenshots.sh, which looks after language, scale and platform.
 
-#include "bench/window/board.h"
-#include "bench/window/mainwindow.h"
+#include "board.h"
+#include "mainwindow.h"
 #include "translations.h"
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QEventLoop>
 #include <QFile>
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTimer>
 
 using bench::Board;
 using bench::MainWindow;
@@ -60,6 +63,19 @@ mode=1
 adv_power=4
 )";
 
+/// Keeps the program going until @p condition is true, or @p limit ms are over.
+template <typename Condition>
+bool waitFor(Condition condition, int limit)
+{
+    const QDeadlineTimer deadline(limit);
+    while (!condition() && !deadline.hasExpired()) {
+        QEventLoop loop; // processEvents() alone would carry out no deferred deletion
+        QTimer::singleShot(20, &loop, &QEventLoop::quit);
+        loop.exec();
+    }
+    return condition();
+}
+
 /// Drives a window and stores what it looks like.
 class Camera
 {
@@ -75,19 +91,19 @@ public:
 
     bool reach(UnitState::Stage stage)
     {
-        return QTest::qWaitFor([&] { return m_board.state().stage == stage; }, patience);
+        return waitFor([&] { return m_board.state().stage == stage; }, patience);
     }
 
     void click(const char *name)
     {
         auto *button = m_window.findChild<QAbstractButton *>(QLatin1String(name));
-        // A radio button only reacts on its own sign and text.
-        QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(10, button->height() / 2));
+        button->setFocus();
+        button->click();
     }
 
     bool take(const char *state)
     {
-        QTest::qWait(settling);
+        waitFor([] { return false; }, settling);
         const QString path =
             QStringLiteral("%1/%2-%3.png").arg(m_folder, m_prefix, QLatin1String(state));
         const QImage image = m_window.grab().toImage().convertToFormat(QImage::Format_RGB32);
