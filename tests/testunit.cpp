@@ -11,6 +11,7 @@
 #include <QEventLoop>
 #include <QFile>
 #include <QPointer>
+#include <QTest>
 #include <QThread>
 #include <QTimer>
 
@@ -205,4 +206,20 @@ bool writeFile(const QString &path, const QByteArray &content)
 {
     QFile file(path);
     return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.flush();
+}
+
+void addTextCases(const QString &path)
+{
+    QTest::addColumn<QStringList>("parts");
+    const QString text = QLatin1Char('\n') + QString::fromUtf8(readFile(path));
+    const QStringList cases = text.split(QStringLiteral("\n=== "), Qt::SkipEmptyParts);
+    if (cases.isEmpty())
+        qFatal("no cases in '%s'", qUtf8Printable(path));
+    for (const QString &textCase : cases) {
+        QString content = textCase.section(QLatin1Char('\n'), 1);
+        content.replace(QStringLiteral("␣"), QStringLiteral(" "));
+        content.replace(QStringLiteral("␍"), QStringLiteral("\r"));
+        QTest::newRow(qUtf8Printable(textCase.section(QLatin1Char('\n'), 0, 0)))
+            << content.split(QStringLiteral("---\n"));
+    }
 }

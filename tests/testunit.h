@@ -82,3 +82,10 @@ private:
 /// The whole content of @p path; empty when it cannot be read.
 QByteArray readFile(const QString &path);
 bool writeFile(const QString &path, const QByteArray &content);
+
+/**
+ * Adds a row for each case of the file @p path, with its texts in the column "parts". A case
+ * begins with a blank line and "=== name", and lines "---" part its texts. "␣" and "␍" stand for
+ * a blank and a carriage return that could not be seen.
+ */
+void addTextCases(const QString &path);
