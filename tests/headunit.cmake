@@ -1,8 +1,8 @@
-# Builds and runs the consumer in every way in which a head unit can take the module in:
-#   cmake -DSOURCE=<repo> -DWORK=<scratch folder> [-DOPTIONS=<cmake options>] -P consumer.cmake
+# Builds and runs examples/headunit in every way in which a head unit can take the module in:
+#   cmake -DSOURCE=<repo> -DWORK=<scratch folder> [-DOPTIONS=<cmake options>] -P headunit.cmake
 cmake_minimum_required(VERSION 3.16)
 
-set(consumer "${CMAKE_CURRENT_LIST_DIR}")
+set(headunit "${SOURCE}/examples/headunit")
 set(prefix "${WORK}/install")
 
 function(run)
@@ -19,25 +19,26 @@ endfunction()
 
 file(REMOVE_RECURSE "${WORK}")
 
-# A head unit's way: its platform, the module on top of it, the application on top of both.
-set(app -DCONSUMER_HEADERS=${SOURCE}/platform)
-build("${consumer}" app ${app})
+# A head unit's way: its services, the module on top of them, the application on top of both.
+build("${headunit}" app -DHEADUNIT_MODULE=none)
 build("${SOURCE}" module
-    "-DPRODUCTION_PLATFORM=${WORK}/app/libconsumer_platform.so"
+    "-DPRODUCTION_PLATFORM=${WORK}/app/libheadunit_services.so"
     "-DCMAKE_INSTALL_PREFIX=${prefix}" -DCMAKE_INSTALL_LIBDIR=lib)
 run("${CMAKE_COMMAND}" --install "${WORK}/module")
 # A moved tree must do as well.
 file(RENAME "${prefix}" "${prefix}-moved")
 set(ENV{PKG_CONFIG_PATH} "${prefix}-moved/lib/pkgconfig")
 foreach(way IN ITEMS package pkgconfig)
-    build("${consumer}" app ${app} -DCONSUMER_MODULE=${way} -DCMAKE_PREFIX_PATH=${prefix}-moved)
-    run("${WORK}/app/consumer")
+    build("${headunit}" app -DHEADUNIT_MODULE=${way} -DCMAKE_PREFIX_PATH=${prefix}-moved)
+    run("${WORK}/app/headunit")
 endforeach()
 
 # One project for everything, static, with the head unit's own declarations.
 file(COPY "${SOURCE}/platform/" DESTINATION "${WORK}/headers")
-build("${consumer}" subproject
-    -DCONSUMER_MODULE=subproject
-    -DCONSUMER_PRODUCTION=${SOURCE}
-    -DCONSUMER_HEADERS=${WORK}/headers)
-run("${WORK}/subproject/consumer")
+build("${headunit}" subproject "-DHEADUNIT_PLATFORM=${WORK}/headers")
+run("${WORK}/subproject/headunit")
+file(GLOB_RECURSE surplus "${WORK}/subproject/*bench*" "${WORK}/subproject/*production-stick*"
+    "${WORK}/subproject/*testunit*")
+if(surplus)
+    message(FATAL_ERROR "built as a part of somebody else's project: ${surplus}")
+endif()
