@@ -21,7 +21,7 @@ QStringList entriesOf(const QVector<Pool> &pools, const QString &group)
 
 QString lastLine(const QString &path)
 {
-    constexpr qint64 enough = 64 * 1024;
+    constexpr qint64 enough = 64 << 10;
     QFile file(path);
     if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
         return {};

@@ -19,7 +19,7 @@ namespace stick {
 namespace {
 
 /// For the directory entries, and for a completion marker that grows.
-constexpr qint64 spaceMargin = 64 * 1024;
+constexpr qint64 spaceMargin = 64 << 10;
 
 bool isWritable(const QString &path)
 {

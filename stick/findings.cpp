@@ -17,7 +17,7 @@ constexpr auto error = Severity::Error;
 constexpr auto warning = Severity::Warning;
 constexpr auto note = Severity::Note;
 
-constexpr CodeInfo codes[] = {
+const CodeInfo codes[] = {
     {QLatin1String("unclosed-section"), error},
     {QLatin1String("trailing-backslash"), error},
     {QLatin1String("too-large"), error},

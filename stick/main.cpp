@@ -3,7 +3,7 @@
 
 #include <translations.h>
 
-#include <translations.h>
+#include <QLocale>
 
 #include <cstdio>
 
@@ -36,16 +36,10 @@ int main(int argc, char *argv[])
     QCoreApplication::setApplicationName(QStringLiteral("production-stick"));
     QCoreApplication::setApplicationVersion(QStringLiteral(PRODUCTION_VERSION));
     // JSON is read by programs: its texts are the same in every language.
-    if (!QCoreApplication::arguments().contains(QStringLiteral("--json"))) {
-        production::loadTranslation(QStringLiteral("qt"));
-        production::loadTranslation(QStringLiteral("production-stick"));
-    }
-
-    // Whatever reads JSON compares its texts.
-    if (!QCoreApplication::arguments().contains(QStringLiteral("--json"))) {
-        production::loadTranslation(QStringLiteral("qt"));
-        production::loadTranslation(QStringLiteral("production-stick"));
-    }
+    if (QCoreApplication::arguments().contains(QStringLiteral("--json")))
+        QLocale::setDefault(QLocale::c());
+    production::loadTranslation(QStringLiteral("qt"));
+    production::loadTranslation(QStringLiteral("production-stick"));
 
     Arguments arguments;
     QString text;

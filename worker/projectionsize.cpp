@@ -16,10 +16,10 @@ namespace {
 /// One key for each projection variant, in the order of writing.
 using DimensionKeys = std::array<QLatin1String, 4>;
 
-constexpr DimensionKeys widthKeys = {
+const DimensionKeys widthKeys = {
     QLatin1String("HiCarWidthPhysical"), QLatin1String("CarplayWidthPhysical"),
     QLatin1String("CarplayAltWidthPhysical"), QLatin1String("CarplayAlt2WidthPhysical")};
-constexpr DimensionKeys heightKeys = {
+const DimensionKeys heightKeys = {
     QLatin1String("HiCarHeightPhysical"), QLatin1String("CarplayHeightPhysical"),
     QLatin1String("CarplayAltHeightPhysical"), QLatin1String("CarplayAlt2HeightPhysical")};
 
