@@ -26,8 +26,9 @@ std::optional<QStringList> poolEntries(const production::SettingsMap &map,
         return std::nullopt;
     QStringList childKeys;
     for (; it != map.end() && it.key().startsWith(prefix); ++it) {
-        if (!it.key().mid(prefix.size()).contains(QLatin1Char('/')))
-            childKeys.append(it.key().mid(prefix.size()));
+        const QString name = it.key().mid(prefix.size());
+        if (!name.contains(QLatin1Char('/')))
+            childKeys.append(name);
     }
     return production::serialPool(group, childKeys);
 }
@@ -53,7 +54,8 @@ QVector<Pool> readPools(const QString &configurationFile)
 
 QString configurationFileOn(const QString &stick)
 {
-    for (const QString &name : production::configurationFileNames()) {
+    const QStringList names = production::configurationFileNames();
+    for (const QString &name : names) {
         const QString path = production::filePath(stick, name);
         if (QFile::exists(path))
             return path;

@@ -48,7 +48,8 @@ void Session::onPassRequested(const QString &path)
 {
     QString file = path;
     m_flashPass = !path.isEmpty();
-    for (const QString &stick : m_unit.sticks()) {
+    const QStringList sticks = m_unit.sticks();
+    for (const QString &stick : sticks) {
         if (!file.isEmpty())
             break;
         file = configurationFileOn(stick);

@@ -121,19 +121,21 @@ void ProductionControl::startWorkerThread()
     workerThread->start(QThread::InheritPriority);
 }
 
+// Signatures stay as Qt normalizes them, which saves it the work.
+// clang-format off
 void ProductionControl::connectWorker()
 {
     connect(this, SIGNAL(startExe(QString)), worker, SLOT(start(QString)));
-    connect(worker, SIGNAL(message(QString, int)), this, SLOT(onMessage(QString, int)));
-    connect(worker, SIGNAL(canbusEntryProductionTestMode(bool, int)), this,
-            SIGNAL(canbusEntryProductionTestMode(bool, int)));
-    connect(worker, SIGNAL(directionKeyEntryProductionTestMode(bool)), this,
-            SIGNAL(directionKeyEntryProductionTestMode(bool)));
+    connect(worker, SIGNAL(message(QString,int)), this, SLOT(onMessage(QString,int)));
+    connect(worker, SIGNAL(canbusEntryProductionTestMode(bool,int)),
+            this, SIGNAL(canbusEntryProductionTestMode(bool,int)));
+    connect(worker, SIGNAL(directionKeyEntryProductionTestMode(bool)),
+            this, SIGNAL(directionKeyEntryProductionTestMode(bool)));
     connect(worker, SIGNAL(lightStepRangeChanged()), this, SLOT(onLightStepRangeChanged()));
     connect(worker, SIGNAL(userLightLevelChanged(int)), this, SLOT(onUserLightLevelChagned(int)));
     connect(worker, SIGNAL(illLightLevelChanged(int)), this, SLOT(onIllLightLevelChagned(int)));
     connect(worker, SIGNAL(finished()), this, SLOT(onFinished()));
-    connect(workerThread, SIGNAL(destroyed(QObject *)), worker, SLOT(deleteLater()));
+    connect(workerThread, SIGNAL(destroyed(QObject*)), worker, SLOT(deleteLater()));
 }
 
 void ProductionControl::connectUsb()
@@ -141,10 +143,10 @@ void ProductionControl::connectUsb()
     // The host may emit from another thread, which queues the signal with its arguments.
     qRegisterMetaType<MediaType>("MediaType");
     UsbControl *const usb = UsbControl::getInstance();
-    connect(usb, SIGNAL(deviceMounted(MediaType, QString)), this,
-            SLOT(onDeviceMounted(MediaType, QString)));
-    connect(usb, SIGNAL(deviceUnmounted(MediaType, QString)), this,
-            SLOT(onDeviceUnmounted(MediaType, QString)));
+    connect(usb, SIGNAL(deviceMounted(MediaType,QString)),
+            this, SLOT(onDeviceMounted(MediaType,QString)));
+    connect(usb, SIGNAL(deviceUnmounted(MediaType,QString)),
+            this, SLOT(onDeviceUnmounted(MediaType,QString)));
 }
 
 void ProductionControl::connectCanbus()
@@ -154,8 +156,8 @@ void ProductionControl::connectCanbus()
     if (module.isNull())
         return;
     QObject *const canbus = module->moduleObject();
-    connect(this, SIGNAL(canbusEntryProductionTestMode(bool, int)), canbus,
-            SLOT(entryProductionTestMode(bool, int)));
+    connect(this, SIGNAL(canbusEntryProductionTestMode(bool,int)),
+            canbus, SLOT(entryProductionTestMode(bool,int)));
     connect(canbus, SIGNAL(productionTestDataReady()), this, SLOT(onCanbusDataReady()));
 }
 
@@ -165,10 +167,11 @@ void ProductionControl::connectMcu()
     if (module.isNull())
         return;
     QObject *const mcu = module->moduleObject();
-    connect(this, SIGNAL(directionKeyEntryProductionTestMode(bool)), mcu,
-            SLOT(entryProductionMode(bool)));
+    connect(this, SIGNAL(directionKeyEntryProductionTestMode(bool)),
+            mcu, SLOT(entryProductionMode(bool)));
     connect(mcu, SIGNAL(productionTestDataReady()), this, SLOT(onDirKeyDataReady()));
 }
+// clang-format on
 
 void ProductionControl::onMessage(QString msg, int type)
 {

@@ -28,7 +28,7 @@ SectionHeader scanSectionHeader(QStringView line)
 QString SectionHeader::prefix() const
 {
     if (name.compare(QLatin1String("general"), Qt::CaseInsensitive) == 0)
-        return QStringLiteral("");
+        return QLatin1String("");
     if (name.compare(QLatin1String("%general"), Qt::CaseInsensitive) == 0)
         return QStringLiteral("general/");
     return name.toString() + QLatin1Char('/');

@@ -106,7 +106,7 @@ bool readSettings(QIODevice &device, SettingsMap &map, KeyComments &comments)
     const QString text = decodeText(bytes);
     bool readable = true;
     qint64 keyCharacters = 0;
-    QString prefix = QStringLiteral("");
+    QString prefix = QLatin1String("");
     AscendingInsertion values(map);
     AscendingInsertion keyComments(comments);
 

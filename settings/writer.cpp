@@ -189,7 +189,7 @@ bool standsBare(const QString &text, bool isLast)
     const QString line = QLatin1Char('=') + text + (isLast ? QLatin1String() : itemSeparator);
     const KeyLine read = scanKeyLine(QStringView(line).trimmed());
     return !read.danglingBackslash && read.comment.isEmpty() && read.commas.size() == !isLast
-        && texts(read.value()).first() == text;
+        && texts(read.value()).constFirst() == text;
 }
 
 QString quoted(const QString &text)

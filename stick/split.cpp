@@ -46,7 +46,8 @@ std::optional<std::vector<SettingsMap>> splitPools(const SettingsMap &map, const
                         .arg(pool.group().name);
             return std::nullopt;
         }
-        for (const QString &key : dealt.back().usable + dealt.back().others)
+        const QStringList keys = dealt.back().usable + dealt.back().others;
+        for (const QString &key : keys)
             common.remove(key);
     }
     if (common.size() == map.size()) {
