@@ -4,7 +4,6 @@
 
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QRegularExpression>
 
 namespace {
 
@@ -14,7 +13,7 @@ QString stepTable()
     QStringList steps;
     for (const unsigned char step : qAsConst(DataDefault::panelLightStepValueList))
         steps << QString::number(step);
-    return steps.join(QLatin1Char(' '));
+    return steps.join(' ');
 }
 
 } // namespace
@@ -42,9 +41,8 @@ RecordedPass::RecordedPass(TestUnit &unit, const QString &path, Hook hook)
     QObject::connect(&worker, &Worker::illLightLevelChanged,
                      [=](int level) { signal("night", {level}); });
     QObject::connect(&worker, &Worker::finished, [=] { signal("finished"); });
-    unit.headUnit().setBeforeCall([this](const bench::Call &call) {
-        note(call.name.section(QStringLiteral("::"), -1), call.args);
-    });
+    unit.headUnit().setBeforeCall(
+        [this](const bench::Call &call) { note(call.name.section("::", -1), call.args); });
     worker.setReady();
     worker.start(path);
 }
@@ -58,34 +56,20 @@ void RecordedPass::note(const QString &name, const QVariantList &arguments)
 {
     QString json = QString::fromUtf8(
         QJsonDocument(QJsonArray::fromVariantList(arguments)).toJson(QJsonDocument::Compact));
-    json.replace(QLatin1Char('"'), QLatin1Char('\''));
-    events << name + QLatin1Char('(') + json.mid(1, json.size() - 2) + QLatin1Char(')');
+    json.replace('"', '\'');
+    events << name + '(' + json.mid(1, json.size() - 2) + ')';
     if (hook)
         hook(worker, events.last());
 }
 
-QStringList RecordedPass::stepMessages() const
+QString RecordedPass::transcript() const
 {
-    static const QRegularExpression message(QStringLiteral("^message\\('(.*)',(\\d+)\\)$"));
-    QStringList messages;
-    for (const QString &event : events) {
-        const QRegularExpressionMatch match = message.match(event);
-        const int code = match.captured(2).toInt();
-        if (match.hasMatch() && code != 6 && code != 8)
-            messages << (match.captured(2) + QLatin1Char(' ') + match.captured(1)).trimmed();
-    }
-    return messages;
-}
-
-QStringList RecordedPass::effects() const
-{
-    return events.filter(
-        QRegularExpression(QStringLiteral("^(?!message\\(|system\\('sync'|finished)")));
-}
-
-QStringList list(const char *text)
-{
-    return QString::fromUtf8(text).split(QStringLiteral("; "), Qt::SkipEmptyParts);
+    QString text = events.join('\n') + '\n';
+    const QString opening = "message('正在读取USB配置文件，请不要断开电源或拔出USB。',6)\n"
+                            "message('成功进入生产模式。',6)\n";
+    if (text.startsWith(opening))
+        text.remove(0, opening.size());
+    return text.replace(QStringLiteral("system('sync')\n").repeated(3), "synced\n");
 }
 
 QString plugFile(TestUnit &unit, const QByteArray &content)

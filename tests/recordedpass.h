@@ -27,10 +27,11 @@ public:
     QStringList events;
     ProductionObject worker;
 
-    /// The messages of the group steps as "code text", without the pass's own codes 6 and 8.
-    QStringList stepMessages() const;
-    /// Everything but messages, "sync" and finished().
-    QStringList effects() const;
+    /**
+     * The events as lines: without the two messages that begin every pass, and with "synced" for
+     * three times "sync".
+     */
+    QString transcript() const;
 
 private:
     void note(const QString &name, const QVariantList &arguments);
@@ -38,9 +39,6 @@ private:
     TestUnit &unit;
     Hook hook;
 };
-
-/// The parts of a text that "; " separates.
-QStringList list(const char *text);
 
 /// Plugs a stick with @p content as its production.ini and returns its directory.
 QString plugFile(TestUnit &unit, const QByteArray &content);

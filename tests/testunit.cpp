@@ -11,6 +11,7 @@
 #include <QEventLoop>
 #include <QFile>
 #include <QPointer>
+#include <QProcess>
 #include <QTest>
 #include <QThread>
 #include <QTimer>
@@ -22,6 +23,16 @@ namespace {
 constexpr int patience = 30000; // ms; only ever spent by a test that fails
 
 QPointer<ProductionControl> control;
+
+std::mutex warningsMutex;
+QStringList warnings;
+
+void takeWarning(QtMsgType type, const QMessageLogContext &, const QString &text)
+{
+    const std::lock_guard<std::mutex> lock(warningsMutex);
+    if (type == QtWarningMsg)
+        warnings << text;
+}
 
 template <typename Condition>
 bool waitFor(Condition condition)
@@ -187,13 +198,41 @@ QStringList TestUnit::popUps() const
     QStringList texts;
     const QVector<bench::Call> shown = calls(bench::calls::showMessage);
     for (const bench::Call &call : shown)
-        texts << call.args[1].toString() + QLatin1Char(' ') + call.args[0].toString();
+        texts << call.args[1].toString() + ' ' + call.args[0].toString();
     return texts;
 }
 
 QVariant TestUnit::stored(bench::Area area, const QString &key) const
 {
     return unit->data().value(area, key, QVariant());
+}
+
+Warnings::Warnings()
+    : previous(qInstallMessageHandler(takeWarning))
+{
+    const std::lock_guard<std::mutex> lock(warningsMutex);
+    warnings.clear();
+}
+
+Warnings::~Warnings()
+{
+    qInstallMessageHandler(previous);
+}
+
+QStringList Warnings::texts() const
+{
+    const std::lock_guard<std::mutex> lock(warningsMutex);
+    return warnings;
+}
+
+int threadCount()
+{
+    return int(QDir("/proc/self/task").count()) - 2; // without "." and ".."
+}
+
+QByteArray withLineEnds(const QString &text)
+{
+    return text.toUtf8().replace("\n", "\r\n");
 }
 
 QByteArray readFile(const QString &path)
@@ -211,15 +250,25 @@ bool writeFile(const QString &path, const QByteArray &content)
 void addTextCases(const QString &path)
 {
     QTest::addColumn<QStringList>("parts");
-    const QString text = QLatin1Char('\n') + QString::fromUtf8(readFile(path));
-    const QStringList cases = text.split(QStringLiteral("\n=== "), Qt::SkipEmptyParts);
+    const QString text = '\n' + QString::fromUtf8(readFile(path));
+    const QStringList cases = text.split("\n=== ", Qt::SkipEmptyParts);
     if (cases.isEmpty())
         qFatal("no cases in '%s'", qUtf8Printable(path));
     for (const QString &textCase : cases) {
-        QString content = textCase.section(QLatin1Char('\n'), 1);
-        content.replace(QStringLiteral("␣"), QStringLiteral(" "));
-        content.replace(QStringLiteral("␍"), QStringLiteral("\r"));
-        QTest::newRow(qUtf8Printable(textCase.section(QLatin1Char('\n'), 0, 0)))
-            << content.split(QStringLiteral("---\n"));
+        QString content = textCase.section('\n', 1);
+        content.replace("␣", " ");
+        content.replace("␍", "\r");
+        QTest::newRow(qUtf8Printable(textCase.section('\n', 0, 0))) << content.split("---\n");
     }
+}
+
+Outcome runProgram(const QString &program, const QString &folder, const QString &arguments)
+{
+    QProcess process;
+    process.setWorkingDirectory(folder);
+    process.start(program, arguments.split(' ', Qt::SkipEmptyParts));
+    process.closeWriteChannel();
+    if (!process.waitForFinished(2 * patience) || process.exitStatus() != QProcess::NormalExit)
+        return {-1, {}, process.errorString().toUtf8()};
+    return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
 }

@@ -24,9 +24,8 @@ public:
     ~TestUnit();
 
     /// Makes a stick: a folder with the file @p fileName of @p content. Returns its directory.
-    QString makeStick(const QByteArray &content,
-                      const QString &fileName = QStringLiteral("production.ini"),
-                      const QString &stickName = QStringLiteral("stick"));
+    QString makeStick(const QByteArray &content, const QString &fileName = "production.ini",
+                      const QString &stickName = "stick");
     void plug(const QString &stick);
     void unplug(const QString &stick);
     /// For a hook before a call (see HeadUnit::setBeforeCall()), in the worker thread: has the
@@ -79,6 +78,26 @@ private:
     Hand hand{*this};
 };
 
+/// Gathers the warnings of all threads while it lives.
+class Warnings
+{
+public:
+    Warnings();
+    ~Warnings();
+    Q_DISABLE_COPY(Warnings)
+
+    QStringList texts() const;
+
+private:
+    const QtMessageHandler previous;
+};
+
+/// How many threads this process has; one that has told its end may not be gone yet.
+int threadCount();
+
+/// The lines of @p text as a unit writes them, which end in "\r\n".
+QByteArray withLineEnds(const QString &text);
+
 /// The whole content of @p path; empty when it cannot be read.
 QByteArray readFile(const QString &path);
 bool writeFile(const QString &path, const QByteArray &content);
@@ -89,3 +108,14 @@ bool writeFile(const QString &path, const QByteArray &content);
  * a blank and a carriage return that could not be seen.
  */
 void addTextCases(const QString &path);
+
+/// How a program ended and what it told.
+struct Outcome
+{
+    int exitCode; ///< -1 when it did not start, crashed or hangs.
+    QByteArray out;
+    QByteArray err;
+};
+
+/// Runs @p program in @p folder; blanks separate its @p arguments.
+Outcome runProgram(const QString &program, const QString &folder, const QString &arguments);

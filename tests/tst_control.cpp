@@ -20,19 +20,12 @@ namespace {
 const QByteArray btFile = "[BT]\nmode=1\nadv_power=4\n";
 const QByteArray serialFile = "[SN]\nmode=1\nAB01\nAB02\n[BT]\nmode=1\nadv_power=4\n";
 
-const QString unplugged = QStringLiteral("1 The USB is unplugged, it has exited production mode.");
-const QString testPassed = QStringLiteral(
-    "1 It is detected that there is communication on the interface, and the test is passed.");
+const QString unplugged = "1 The USB is unplugged, it has exited production mode.";
+const QString testPassed =
+    "1 It is detected that there is communication on the interface, and the test is passed.";
 
 QString flashDirectory; ///< Stands for the unit's flash; empty when the kernel refused.
 QString flashError;
-
-int threadCount()
-{
-    return QDir(QStringLiteral("/proc/self/task"))
-        .entryList(QDir::Dirs | QDir::NoDotAndDotDot)
-        .size();
-}
 
 /// The calls made after the first @p count, test modes only, as "name(arguments)".
 QStringList testModeCalls(const TestUnit &unit)
@@ -44,8 +37,7 @@ QStringList testModeCalls(const TestUnit &unit)
             QStringList args;
             for (const QVariant &arg : call.args)
                 args << arg.toString();
-            texts << call.name.section(QLatin1Char(':'), 0, 0) + QLatin1Char(' ')
-                    + args.join(QLatin1Char(' '));
+            texts << call.name.section(':', 0, 0) + ' ' + args.join(' ');
         }
     }
     return texts;
@@ -113,7 +105,7 @@ void TestControl::waitsForDeviceEvents()
 void TestControl::endsWithoutConfigurationFile()
 {
     TestUnit unit;
-    const QString stick = unit.makeStick("", QStringLiteral("readme.txt"));
+    const QString stick = unit.makeStick("", "readme.txt");
     unit.plug(stick);
     unit.startModule();
     QVERIFY(ProductionObject::ins != nullptr);
@@ -126,12 +118,12 @@ void TestControl::flashFileWinsOverStick()
 {
     if (flashDirectory.isEmpty())
         QSKIP(qPrintable(flashError));
-    const QString flashFile = flashDirectory + QStringLiteral("/production_sys.ini");
+    const QString flashFile = flashDirectory + "/production_sys.ini";
     QVERIFY(writeFile(flashFile, "[BT]\nmode=1\nadv_power=9\n"));
     TestUnit unit;
     const QString stick = unit.makeStick(btFile);
     QVERIFY(unit.runPass(stick));
-    QCOMPARE(unit.stored(bench::Area::Factory, QStringLiteral("adv_power")).toInt(), 9);
+    QCOMPARE(unit.stored(bench::Area::Factory, "adv_power").toInt(), 9);
     QVERIFY(unit.popUps().isEmpty());
     QVERIFY(!QFile::exists(flashFile)); // used once
     unit.unplug(stick);
@@ -146,14 +138,12 @@ void TestControl::unpluggedWhen_data()
     QTest::addColumn<QString>("storedSerial");
     QTest::addColumn<QByteArray>("marker");
     QTest::newRow("before the rewrite's sync: write is finished, no marker")
-        << QString(bench::calls::system) << QStringLiteral("AB01") << QByteArray();
+        << QString(bench::calls::system) << "AB01" << QByteArray();
     QTest::newRow("while storing: write is finished, no marker")
-        << QString(bench::calls::saveProductionData) << QStringLiteral("AB01") << QByteArray();
+        << QString(bench::calls::saveProductionData) << "AB01" << QByteArray();
     QTest::newRow("in the last group: pass reaches its end")
-        << QString(bench::calls::saveFactoryData) << QStringLiteral("AB01")
-        << QByteArray("AB01\r\n");
-    QTest::newRow("after the pass")
-        << QString() << QStringLiteral("AB01") << QByteArray("AB01\r\n");
+        << QString(bench::calls::saveFactoryData) << "AB01" << QByteArray("AB01\r\n");
+    QTest::newRow("after the pass") << QString() << "AB01" << QByteArray("AB01\r\n");
 }
 
 void TestControl::unpluggedWhen()
@@ -178,11 +168,10 @@ void TestControl::unpluggedWhen()
 
     QCOMPARE(unit.popUps().count(unplugged), 1);
     QCOMPARE(unit.popUps().last(), unplugged);
-    QCOMPARE(testModeCalls(unit),
-             QStringList({QStringLiteral("canbus false 0"), QStringLiteral("mcu false")}));
-    QCOMPARE(unit.stored(bench::Area::Production, QStringLiteral("SN")).toString(), storedSerial);
-    QVERIFY(!readFile(stick + QStringLiteral("/production.ini")).contains("AB01"));
-    QCOMPARE(readFile(stick + QStringLiteral("/production_done.txt")), marker);
+    QCOMPARE(testModeCalls(unit), QStringList({"canbus false 0", "mcu false"}));
+    QCOMPARE(unit.stored(bench::Area::Production, "SN").toString(), storedSerial);
+    QVERIFY(!readFile(stick + "/production.ini").contains("AB01"));
+    QCOMPARE(readFile(stick + "/production_done.txt"), marker);
     QTRY_COMPARE(threadCount(), threadsBefore);
 }
 
@@ -191,14 +180,11 @@ void TestControl::testModesSwitchedOff_data()
     QTest::addColumn<QStringList>("modulesLeftOut");
     QTest::addColumn<int>("canIndex");
     QTest::addColumn<QStringList>("calls");
-    const QString on = QStringLiteral("canbus true 28");
+    const QString on = "canbus true 28";
     QTest::newRow("index of the unit")
-        << QStringList() << 7
-        << QStringList{on, QStringLiteral("canbus false 7"), QStringLiteral("mcu false")};
-    QTest::newRow("no canbus module")
-        << QStringList{QStringLiteral("canbus")} << 7 << QStringList{QStringLiteral("mcu false")};
-    QTest::newRow("no mcu module") << QStringList{QStringLiteral("mcu")} << 0
-                                   << QStringList{on, QStringLiteral("canbus false 0")};
+        << QStringList() << 7 << QStringList{on, "canbus false 7", "mcu false"};
+    QTest::newRow("no canbus module") << QStringList{"canbus"} << 7 << QStringList{"mcu false"};
+    QTest::newRow("no mcu module") << QStringList{"mcu"} << 0 << QStringList{on, "canbus false 0"};
 }
 
 void TestControl::testModesSwitchedOff()
@@ -208,7 +194,7 @@ void TestControl::testModesSwitchedOff()
     QFETCH(QStringList, calls);
     bench::HeadUnitConfig config;
     config.modulesLeftOut = modulesLeftOut;
-    config.presets = {{bench::Area::User, QStringLiteral("CanIndex"), canIndex}};
+    config.presets = {{bench::Area::User, "CanIndex", canIndex}};
     TestUnit unit(config);
     const QString stick = unit.makeStick("[CANBUS]\nmode=1\n");
     QVERIFY(unit.runPass(stick));
@@ -229,22 +215,19 @@ void TestControl::unpluggedBeforeResultsAreShown()
     QVERIFY(unit.waitForEnd());
     QCOMPARE(unit.popUps().size(), 5);
     QCOMPARE(unit.popUps().last(), unplugged);
-    QCOMPARE(testModeCalls(unit),
-             QStringList({QStringLiteral("canbus true 28"), QStringLiteral("canbus false 0"),
-                          QStringLiteral("mcu false")}));
+    QCOMPARE(testModeCalls(unit), QStringList({"canbus true 28", "canbus false 0", "mcu false"}));
 }
 
 void TestControl::ignoresOtherDevices()
 {
     TestUnit unit;
     const QString stick = unit.makeStick(btFile);
-    const QString other =
-        unit.makeStick(btFile, QStringLiteral("production.ini"), QStringLiteral("other"));
+    const QString other = unit.makeStick(btFile, "production.ini", "other");
     QVERIFY(unit.runPass(stick));
     unit.plug(other);
     unit.unplug(other);
     emit UsbControl::getInstance()->deviceUnmounted(MediaTypeUnknown, stick);
-    emit UsbControl::getInstance()->deviceUnmounted(MediaTypeUsbStorage, stick + QLatin1Char('/'));
+    emit UsbControl::getInstance()->deviceUnmounted(MediaTypeUsbStorage, stick + '/');
     QCoreApplication::processEvents();
     QCOMPARE(ProductionObject::ins.load()->currentState(), Done);
 }
@@ -254,9 +237,9 @@ void TestControl::interfaceTestPopUp_data()
     QTest::addColumn<int>("model");
     QTest::addColumn<QString>("fileName");
     QTest::addColumn<int>("popUps");
-    QTest::newRow("one for each report") << 0 << QStringLiteral("production.ini") << 3;
-    QTest::newRow("never on model 7") << 7 << QStringLiteral("production.ini") << 0;
-    QTest::newRow("never in a silent pass") << 0 << QStringLiteral("production_sys.ini") << 0;
+    QTest::newRow("one for each report") << 0 << "production.ini" << 3;
+    QTest::newRow("never on model 7") << 7 << "production.ini" << 0;
+    QTest::newRow("never in a silent pass") << 0 << "production_sys.ini" << 0;
 }
 
 void TestControl::interfaceTestPopUp()
@@ -271,13 +254,13 @@ void TestControl::interfaceTestPopUp()
     unit.plug(stick);
     QPointer<ProductionControl> control = ProductionControl::getInstance();
     control->init(); // Ready, and nobody has asked for a pass
-    unit.headUnit().reportData(QStringLiteral("canbus"));
+    unit.headUnit().reportData("canbus");
     QCOMPARE(unit.popUps().count(testPassed), 0);
     emit control->startExe(QString());
     QVERIFY(unit.waitForPass());
-    unit.headUnit().reportData(QStringLiteral("canbus"));
-    unit.headUnit().reportData(QStringLiteral("mcu"));
-    unit.headUnit().reportData(QStringLiteral("mcu"));
+    unit.headUnit().reportData("canbus");
+    unit.headUnit().reportData("mcu");
+    unit.headUnit().reportData("mcu");
     QCOMPARE(unit.popUps().count(testPassed), popUps);
     delete control;
 }
@@ -322,7 +305,7 @@ void TestControl::destroyedDuringPass()
     QVERIFY(unit.waitForEnd());
     unit.headUnit().setBeforeCall({});
     QTRY_COMPARE(threadCount(), threadsBefore);
-    QCOMPARE(readFile(stick + QStringLiteral("/production_done.txt")), QByteArray("AB01\r\n"));
+    QCOMPARE(readFile(stick + "/production_done.txt"), QByteArray("AB01\r\n"));
 }
 
 void TestControl::startOnlyWhenReady_data()

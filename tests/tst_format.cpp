@@ -23,10 +23,9 @@ QString delivered(const FileContent &content)
         QJsonArray entry{it.key(), QJsonValue::fromVariant(it.value())};
         if (content.comments.contains(it.key()))
             entry.append(content.comments.value(it.key()));
-        lines += QString::fromUtf8(QJsonDocument(entry).toJson(QJsonDocument::Compact))
-            + QLatin1Char('\n');
+        lines += QString::fromUtf8(QJsonDocument(entry).toJson(QJsonDocument::Compact)) + '\n';
     }
-    return content.readable ? lines : lines + QStringLiteral("unreadable\n");
+    return content.readable ? lines : lines + "unreadable\n";
 }
 
 QByteArray repeated(const char *text, int characters)
@@ -67,8 +66,7 @@ void TestFormat::readAndRewritten()
     const FileContent content = readContent(parts[0].toUtf8());
     QCOMPARE(delivered(content), parts[1]);
     if (content.readable)
-        QCOMPARE(QString::fromUtf8(writtenContent(content)),
-                 parts[2].replace(QStringLiteral("\n"), QStringLiteral("\r\n")));
+        QCOMPARE(writtenContent(content), withLineEnds(parts[2]));
     QCOMPARE(brokenFormatProperty(parts[0].toUtf8()), QString());
 }
 
@@ -135,7 +133,7 @@ void TestFormat::failingDevice()
     content = readContent(text);
     // The one takes nothing, the other everything, and has no room for it in the end.
     for (const QIODevice::OpenMode mode : {QIODevice::Unbuffered, QIODevice::NotOpen}) {
-        QFile full(QStringLiteral("/dev/full"));
+        QFile full("/dev/full");
         QVERIFY(full.open(QIODevice::WriteOnly | mode));
         QVERIFY(!writeSettings(full, content.map, content.comments));
     }

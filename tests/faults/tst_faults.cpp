@@ -34,16 +34,15 @@ constexpr bool isSanitized = false;
 #endif
 constexpr int poolSize = 12;
 constexpr int hangLimit = 20000; // ms; below the half minute that QSettings waits for a lock
-const QString configName = QStringLiteral("production.ini");
-const QString closingPopUp =
-    QStringLiteral("1 The USB is unplugged, it has exited production mode.");
+const QString configName = "production.ini";
+const QString closingPopUp = "1 The USB is unplugged, it has exited production mode.";
 
 QString mountError; ///< Why this process may not mount; empty when it may.
 
 /// Everything, or a selection that is quick enough for every build.
 bool isExhaustive()
 {
-    return qEnvironmentVariable("PRODUCTION_FAULTS") == QLatin1String("all");
+    return qEnvironmentVariable("PRODUCTION_FAULTS") == "all";
 }
 
 int step(int quick)
@@ -105,10 +104,7 @@ struct Figures
     int losses = 0;
     QStringList faults;
 
-    void fault(const QString &run, const QString &what)
-    {
-        faults << run + QLatin1String(": ") + what;
-    }
+    void fault(const QString &run, const QString &what) { faults << run + ": " + what; }
 };
 
 /// Prints the row's figures and fails the test when there was a fault.
@@ -116,16 +112,14 @@ void report(const Figures &figures, const QString &text)
 {
     QVERIFY(figures.runs > 2);
     qInfo("%s: %d runs, %s", QTest::currentDataTag(), figures.runs, qUtf8Printable(text));
-    QVERIFY2(figures.faults.isEmpty(),
-             qUtf8Printable(figures.faults.mid(0, 20).join(QLatin1Char('\n'))));
+    QVERIFY2(figures.faults.isEmpty(), qUtf8Printable(figures.faults.mid(0, 20).join('\n')));
 }
 
 void reportCuts(const Figures &figures)
 {
     QVERIFY(figures.runs > 5);
     report(figures,
-           QStringLiteral("%1 duplicates, %2 unreadable files, %3 serials lost")
-               .arg(figures.duplicates)
+           "%1 duplicates, %2 unreadable files, %3 serials lost".arg(figures.duplicates)
                .arg(figures.unreadable)
                .arg(figures.losses));
 }
@@ -139,7 +133,7 @@ public:
     explicit Line(bool likeFat)
         : likeFat(likeFat)
     {
-        QDir(folder.path()).mkdir(QStringLiteral("stick"));
+        QDir(folder.path()).mkdir("stick");
         writeFile(stickFile(), productionFile());
     }
 
@@ -152,13 +146,12 @@ public:
         bench.setProcessEnvironment(environment(unit, cutPoint));
         bench.setStandardOutputFile(QProcess::nullDevice());
         bench.start(QStringLiteral(BENCH_PROGRAM),
-                    {QStringLiteral("--unit"), folder.filePath(unit), QStringLiteral("--stick"),
-                     folder.filePath(QStringLiteral("stick")),
-                     QStringLiteral("--unplug-when-done")});
+                    {"--unit", folder.filePath(unit), "--stick", folder.filePath("stick"),
+                     "--unplug-when-done"});
         const bool ended = bench.waitForFinished(hangLimit);
         errors = QString::fromUtf8(bench.readAllStandardError());
         if (!ended)
-            errors += QLatin1String("hangs");
+            errors += "hangs";
         if (ended && bench.exitStatus() == QProcess::NormalExit && bench.exitCode() == 0)
             return Completed;
         const bool killed =
@@ -180,11 +173,11 @@ public:
         const std::optional<Taken> taken = takenFrom(readFile(stickFile()));
         if (!taken) {
             ++figures.unreadable;
-            figures.fault(when, QStringLiteral("the file is neither old nor new"));
+            figures.fault(when, "the file is neither old nor new");
             return 0;
         }
-        const int lost = checkPool(QStringLiteral("SN"), taken->sn, when, figures)
-            + checkPool(QStringLiteral("SK"), taken->sk, when, figures);
+        const int lost =
+            checkPool("SN", taken->sn, when, figures) + checkPool("SK", taken->sk, when, figures);
         if (lost > cuts)
             figures.fault(when, QStringLiteral("%1 serials lost").arg(lost));
         return lost;
@@ -205,15 +198,13 @@ private:
     QProcessEnvironment environment(const QString &unit, int cutPoint) const
     {
         QProcessEnvironment result = QProcessEnvironment::systemEnvironment();
-        result.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral(SHIM_LIBRARY));
-        result.insert(QStringLiteral("FAULT_DIRECTORIES"),
-                      folder.filePath(QStringLiteral("stick")) + QLatin1Char(':')
-                          + folder.filePath(unit));
-        result.insert(QStringLiteral("FAULT_CUT"), QString::number(cutPoint));
+        result.insert("LD_PRELOAD", QStringLiteral(SHIM_LIBRARY));
+        result.insert("FAULT_DIRECTORIES", folder.filePath("stick") + ':' + folder.filePath(unit));
+        result.insert("FAULT_CUT", QString::number(cutPoint));
         if (likeFat)
-            result.insert(QStringLiteral("FAULT_FAT"), QStringLiteral("1"));
-        const QString asan = QStringLiteral("ASAN_OPTIONS");
-        result.insert(asan, result.value(asan) + QStringLiteral(":verify_asan_link_order=0"));
+            result.insert("FAULT_FAT", "1");
+        const QString asan = "ASAN_OPTIONS";
+        result.insert(asan, result.value(asan) + ":verify_asan_link_order=0");
         return result;
     }
 
@@ -221,9 +212,8 @@ private:
     {
         QSet<int> stored;
         for (const QString &unit : units) {
-            const QSettings data(folder.filePath(unit + QLatin1String("/unit.ini")),
-                                 QSettings::IniFormat);
-            const int number = serialNumber(data.value(QLatin1String("Production/") + name));
+            const QSettings data(folder.filePath(unit + "/unit.ini"), QSettings::IniFormat);
+            const int number = serialNumber(data.value("Production/" + name));
             if (stored.contains(number) || number >= taken) {
                 ++figures.duplicates;
                 figures.fault(when, QStringLiteral("%1 %2 given twice").arg(name).arg(number));
@@ -236,7 +226,7 @@ private:
         return taken - stored.size();
     }
 
-    QString stickFile() const { return folder.filePath(QStringLiteral("stick/") + configName); }
+    QString stickFile() const { return folder.filePath("stick/" + configName); }
 
     QTemporaryDir folder;
     bool likeFat;
@@ -268,7 +258,7 @@ private:
     {
         const std::lock_guard<std::mutex> lock(mutex);
         if (type == QtWarningMsg)
-            texts += text + QLatin1Char('\n');
+            texts += text + '\n';
     }
 
     static inline std::mutex mutex;
@@ -299,9 +289,9 @@ public:
     /// Writes the file, and another one that leaves only @p bytes.
     void fill(const QByteArray &content, qint64 bytes) const
     {
-        const QString filler = path + QLatin1String("/filler");
+        const QString filler = path + "/filler";
         QFile::remove(filler);
-        writeFile(path + QLatin1Char('/') + configName, content);
+        writeFile(path + '/' + configName, content);
         struct statvfs system = {};
         ::statvfs(path.toUtf8().constData(), &system);
         writeFile(filler, QByteArray(int(qint64(system.f_bavail * system.f_bsize) - bytes), 'x'));
@@ -351,7 +341,7 @@ void pullStick(Pull pull, const QString &path, std::optional<SmallStick> &mount)
     if (pull == Pull::Mount)
         mount->detach();
     else
-        QDir().rename(path, path + QLatin1String("-pulled"));
+        QDir().rename(path, path + "-pulled");
     if (pull == Pull::Folder)
         QDir().mkdir(path);
 }
@@ -396,7 +386,7 @@ QByteArray fileOfEntries(int count, int taken)
 /// A line of /proc/self/status in KiB: "VmRSS" what is resident now, "VmHWM" the most there was.
 qint64 memory(const char *name)
 {
-    const QByteArray status = readFile(QStringLiteral("/proc/self/status"));
+    const QByteArray status = readFile("/proc/self/status");
     const int at = status.indexOf(name) + int(qstrlen(name)) + 1;
     return status.mid(at, status.indexOf("kB", at) - at).trimmed().toLongLong();
 }
@@ -450,7 +440,7 @@ void TestFaults::everyCut()
     for (int point = 1;; point += step(7)) {
         const QString when = QStringLiteral("cut at %1").arg(point);
         Line line(likeFat);
-        const Line::End end = line.run(QStringLiteral("first"), point);
+        const Line::End end = line.run("first", point);
         if (end == Line::Completed)
             break;
         ++figures.runs;
@@ -459,8 +449,8 @@ void TestFaults::everyCut()
             break;
         }
         line.check(1, when, figures);
-        line.complete(QStringLiteral("second"), when, figures);
-        line.complete(QStringLiteral("first"), when, figures);
+        line.complete("second", when, figures);
+        line.complete("first", when, figures);
         figures.losses += line.check(1, when, figures);
     }
     reportCuts(figures);
@@ -473,13 +463,13 @@ void TestFaults::everyPairOfCuts()
     Figures figures;
     for (int first = 1;; first += step(17)) {
         Line cutOnce(likeFat);
-        if (cutOnce.run(QStringLiteral("first"), first) == Line::Completed)
+        if (cutOnce.run("first", first) == Line::Completed)
             break;
         for (int second = 1;; second += step(19)) {
             const QString when = QStringLiteral("cuts at %1 and %2").arg(first).arg(second);
             Line line(likeFat);
             line.copy(cutOnce);
-            const Line::End end = line.run(QStringLiteral("second"), second);
+            const Line::End end = line.run("second", second);
             if (end == Line::Completed)
                 break;
             ++figures.runs;
@@ -488,7 +478,7 @@ void TestFaults::everyPairOfCuts()
                 break;
             }
             line.check(2, when, figures);
-            line.complete(QStringLiteral("third"), when, figures);
+            line.complete("third", when, figures);
             figures.losses += line.check(2, when, figures);
         }
     }
@@ -549,18 +539,17 @@ void TestFaults::everyError()
         ++figures.runs;
         const QString when = QStringLiteral("call %1").arg(point);
         if (!ended)
-            figures.fault(when, QStringLiteral("no end"));
-        const std::optional<Taken> taken =
-            takenFrom(readFile(stick + QLatin1Char('/') + configName));
+            figures.fault(when, "no end");
+        const std::optional<Taken> taken = takenFrom(readFile(stick + '/' + configName));
         if (!taken) {
-            figures.fault(when, QStringLiteral("the file is neither old nor new"));
+            figures.fault(when, "the file is neither old nor new");
             continue;
         }
-        const int sn = serialNumber(unit.stored(bench::Area::Production, QStringLiteral("SN")));
-        const int sk = serialNumber(unit.stored(bench::Area::Production, QStringLiteral("SK")));
+        const int sn = serialNumber(unit.stored(bench::Area::Production, "SN"));
+        const int sk = serialNumber(unit.stored(bench::Area::Production, "SK"));
         const bool stillInPool = sn >= taken->sn || sk >= taken->sk;
-        if (stillInPool && !warnings.contain(configName + QLatin1String(": not rewritten")))
-            figures.fault(when, QStringLiteral("no word in the log of the failed rewrite"));
+        if (stillInPool && !warnings.contain(configName + ": not rewritten"))
+            figures.fault(when, "no word in the log of the failed rewrite");
         kept += stillInPool ? 1 : 0;
     }
     report(figures,
@@ -588,20 +577,20 @@ void TestFaults::fullStick()
     for (int left = 0; left <= 64; left += isExhaustive() || left < 8 ? 4 : 28) {
         TestUnit unit;
         const QTemporaryDir folder;
-        const SmallStick stick(folder.filePath(QStringLiteral("stick")));
+        const SmallStick stick(folder.filePath("stick"));
         QVERIFY(stick.mounted);
         stick.fill(before, left * 1024);
         const Warnings warnings;
         ++figures.runs;
         const QString when = QStringLiteral("%1 KiB left").arg(left);
         if (!live(unit, stick.path, {}, [](const char *) { return Verdict(); }))
-            figures.fault(when, QStringLiteral("no end"));
-        const QByteArray file = readFile(stick.path + QLatin1Char('/') + configName);
+            figures.fault(when, "no end");
+        const QByteArray file = readFile(stick.path + '/' + configName);
         if (file != before && file != after && file != snOnly)
             figures.fault(when,
                           QStringLiteral("%1 bytes of %2").arg(file.size()).arg(before.size()));
-        if (file == before && !warnings.contain(QStringLiteral("not rewritten")))
-            figures.fault(when, QStringLiteral("no word in the log"));
+        if (file == before && !warnings.contain("not rewritten"))
+            figures.fault(when, "no word in the log");
         rewritten += file == before ? 0 : 1;
     }
     report(figures, QStringLiteral("%1 rewritten").arg(rewritten));
@@ -614,7 +603,7 @@ void TestFaults::writerWithoutFlushFailsOnFullStick()
         QSKIP(qUtf8Printable(mountError));
     static production::KeyComments comments;
     const QSettings::Format format = QSettings::registerFormat(
-        QStringLiteral("unflushed"),
+        "unflushed",
         [](QIODevice &device, QSettings::SettingsMap &map) {
             return production::readSettings(device, map, comments);
         },
@@ -626,13 +615,13 @@ void TestFaults::writerWithoutFlushFailsOnFullStick()
                 && device.write(text) == text.size();
         });
     const QTemporaryDir folder;
-    const SmallStick stick(folder.filePath(QStringLiteral("stick")));
+    const SmallStick stick(folder.filePath("stick"));
     QVERIFY(stick.mounted);
     const QByteArray before = productionFile(0, 0, 400);
     stick.fill(before, 4096);
-    const QString path = stick.path + QLatin1Char('/') + configName;
+    const QString path = stick.path + '/' + configName;
     QSettings settings(path, format);
-    settings.remove(QStringLiteral("SN/S0000000"));
+    settings.remove("SN/S0000000");
     settings.sync();
     QCOMPARE(settings.status(), QSettings::NoError);
     QVERIFY(readFile(path).size() < productionFile(1, 0, 400).size());
@@ -664,12 +653,12 @@ void TestFaults::pulledAtEveryStep()
     for (int point = 1;; point += step(7)) {
         const QTemporaryDir folder;
         TestUnit unit;
-        const QString path = folder.filePath(QStringLiteral("stick"));
+        const QString path = folder.filePath("stick");
         QDir().mkpath(path);
         std::optional<SmallStick> mount;
         if (pull == Pull::Mount)
             mount.emplace(path);
-        writeFile(path + QLatin1Char('/') + configName, productionFile());
+        writeFile(path + '/' + configName, productionFile());
 
         std::atomic<int> count{0};
         const auto onStep = [&](const char *) -> Verdict {
@@ -690,22 +679,22 @@ void TestFaults::pulledAtEveryStep()
         slowest = std::max(slowest, lastStep.elapsed());
         const QString when = QStringLiteral("step %1").arg(point);
         if (!ended)
-            figures.fault(when, QStringLiteral("no end"));
+            figures.fault(when, "no end");
         const bool mountPointLeft = pull != Pull::FolderAndMountPoint;
         if (QFileInfo::exists(path) != mountPointLeft || !QDir(path).isEmpty())
-            figures.fault(when, QStringLiteral("something was created at the mount point"));
+            figures.fault(when, "something was created at the mount point");
         if (DataSaveControl::productionMode)
-            figures.fault(when, QStringLiteral("production mode is still on"));
+            figures.fault(when, "production mode is still on");
         const QStringList popUps = unit.popUps();
         const int closing = popUps.count(closingPopUp);
         // A pass that finds nothing more on a stick ends by itself: the going may be reported after
         // that, or before the pass has said on which stick its file is.
-        const bool byItself = popUps.filter(QRegularExpression(QStringLiteral("^8 "))).size() == 1;
+        const bool byItself = popUps.filter(QRegularExpression("^8 ")).size() == 1;
         if (closing != 1 && !(closing == 0 && byItself))
-            figures.fault(when, popUps.join(QLatin1String(" | ")));
+            figures.fault(when, popUps.join(" | "));
     }
     if (isExhaustive() && slowest > 2000)
-        figures.fault(QStringLiteral("all"), QStringLiteral("an end took %1 ms").arg(slowest));
+        figures.fault("all", QStringLiteral("an end took %1 ms").arg(slowest));
     report(figures, QStringLiteral("at most %1 ms from the pull to the end").arg(slowest));
 }
 
@@ -714,7 +703,7 @@ void TestFaults::leftover_data()
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QString>("entry");
     QTest::addColumn<int>("ahead");
-    const QString lock = configName + QLatin1String(".lock");
+    const QString lock = configName + ".lock";
     const QByteArray ownName = QCoreApplication::applicationName().toUtf8();
     const QByteArray ownProcess = QByteArray::number(QCoreApplication::applicationPid()) + '\n'
         + ownName + '\n' + QSysInfo::machineHostName().toUtf8() + '\n';
@@ -724,7 +713,7 @@ void TestFaults::leftover_data()
     QTest::newRow("garbage") << QByteArray("\xff\x00garbage", 9) << lock << 0;
     QTest::newRow("live process of the same name") << ownProcess << lock << 0;
     QTest::newRow("time in the future") << foreign << lock << 86400;
-    QTest::newRow("directory") << QByteArray() << lock + QLatin1String("/below") << 0;
+    QTest::newRow("directory") << QByteArray() << lock + "/below" << 0;
     QTest::newRow("no lock") << QByteArray() << QString() << 0;
 }
 
@@ -736,11 +725,11 @@ void TestFaults::leftover()
     QFETCH(int, ahead);
     TestUnit unit;
     const QString stick = unit.makeStick(productionFile());
-    const QString lock = stick + QLatin1Char('/') + configName + QLatin1String(".lock");
-    const QString temporary = stick + QLatin1Char('/') + configName + QLatin1String(".AbCdEf");
+    const QString lock = stick + '/' + configName + ".lock";
+    const QString temporary = stick + '/' + configName + ".AbCdEf";
     QVERIFY(writeFile(temporary, "half of a pool"));
     if (!entry.isEmpty()) {
-        const QString path = stick + QLatin1Char('/') + entry;
+        const QString path = stick + '/' + entry;
         QVERIFY(QDir().mkpath(QFileInfo(path).path()) && writeFile(path, content));
         QFile file(path);
         QVERIFY(file.open(QIODevice::ReadWrite)
@@ -753,7 +742,7 @@ void TestFaults::leftover()
     const qint64 duration = timer.elapsed();
     qInfo("%s: the pass took %lld ms", QTest::currentDataTag(), duration);
     QVERIFY(duration < (isExhaustive() ? 1000 : hangLimit));
-    QCOMPARE(readFile(stick + QLatin1Char('/') + configName), productionFile(1, 1));
+    QCOMPARE(readFile(stick + '/' + configName), productionFile(1, 1));
     QVERIFY(!QFileInfo::exists(lock));
     QCOMPARE(readFile(temporary), QByteArray("half of a pool"));
 }
@@ -791,7 +780,7 @@ void TestFaults::manyLives()
             descriptors = countEntries("/proc/self/fd");
         if (life == lives / 2)
             halfwayMemory = memory("VmRSS");
-        QFile::remove(folder.filePath(QStringLiteral("unit.ini")));
+        QFile::remove(folder.filePath("unit.ini"));
         unit.replaceUnit(config);
         const QString stick = unit.makeStick(productionFile());
         QPointer<ProductionControl> control = ProductionControl::getInstance();
@@ -821,13 +810,13 @@ void TestFaults::manyLives()
             figures.fault(when,
                           QStringLiteral("%1 ends, %2 times finished").arg(ends).arg(finished));
         if (DataSaveControl::productionMode && !applicationEnds)
-            figures.fault(when, QStringLiteral("production mode is still on"));
+            figures.fault(when, "production mode is still on");
     }
     const qint64 growth = memory("VmRSS") - halfwayMemory;
     QTRY_COMPARE(countEntries("/proc/self/task"), threads);
     QCOMPARE(countEntries("/proc/self/fd"), descriptors);
     if (isExhaustive() && !isSanitized && growth > 1024)
-        figures.fault(QStringLiteral("end"), QStringLiteral("memory grows"));
+        figures.fault("end", "memory grows");
     report(figures, QStringLiteral("%1 KiB more memory after the second half").arg(growth));
 }
 
@@ -856,9 +845,8 @@ void TestFaults::limits()
     timer.start();
     QVERIFY(unit.runPass(stick));
     qInfo("%s: %lld ms", QTest::currentDataTag(), timer.elapsed());
-    QCOMPARE(unit.stored(bench::Area::Production, QStringLiteral("SN")).toString(),
-             QStringLiteral("S0000000"));
-    QVERIFY(readFile(stick + QLatin1Char('/') + configName) == makeFile(count, 1));
+    QCOMPARE(unit.stored(bench::Area::Production, "SN").toString(), "S0000000");
+    QVERIFY(readFile(stick + '/' + configName) == makeFile(count, 1));
 }
 
 /// What a pass takes at most grows with the file and no faster.
@@ -871,7 +859,7 @@ void TestFaults::memoryPerEntry()
         TestUnit unit;
         const QString stick = unit.makeStick(fileOfEntries(entries, 0));
         malloc_trim(0);
-        QVERIFY(writeFile(QStringLiteral("/proc/self/clear_refs"), "5")); // forgets the peak
+        QVERIFY(writeFile("/proc/self/clear_refs", "5")); // forgets the peak
         const qint64 before = memory("VmRSS");
         QVERIFY(unit.runPass(stick));
         perEntry << double(memory("VmHWM") - before) * 1024 / entries;
@@ -885,18 +873,18 @@ int main(int argc, char **argv)
     // A mount namespace of its own must be entered before there is a second thread.
     if (unshare(CLONE_NEWNS) != 0
         || ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0)
-        mountError = QStringLiteral("mounting takes root: ") + qt_error_string(errno);
+        mountError = "mounting takes root: " + qt_error_string(errno);
     // The kill of a process leaves the system's caches alone, so the module's "sync" commands
     // would only flush what else the machine does.
     const QTemporaryDir commands;
-    QFile::link(QStringLiteral("/bin/true"), commands.filePath(QStringLiteral("sync")));
+    QFile::link("/bin/true", commands.filePath("sync"));
     qputenv("PATH", commands.path().toUtf8() + ':' + qgetenv("PATH"));
-    if (qEnvironmentVariableIsEmpty("TMPDIR") && QFileInfo(QStringLiteral("/dev/shm")).isWritable())
+    if (qEnvironmentVariableIsEmpty("TMPDIR") && QFileInfo("/dev/shm").isWritable())
         qputenv("TMPDIR", "/dev/shm");
 
     if (isExhaustive())
         qputenv("QTEST_FUNCTION_TIMEOUT", "7200000"); // ms
-    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
+    QLoggingCategory::setFilterRules("default.debug=false");
     const QCoreApplication application(argc, argv);
     TestFaults test;
     return QTest::qExec(&test, argc, argv);

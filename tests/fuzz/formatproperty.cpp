@@ -17,7 +17,7 @@ FileContent contentReadBy(decltype(readSettings) read, QByteArray bytes)
     QBuffer device(&bytes);
     device.open(QIODevice::ReadOnly);
     FileContent content;
-    content.comments.insert(QStringLiteral("old"), QStringLiteral("; of the file before"));
+    content.comments.insert("old", "; of the file before");
     content.readable = read(device, content.map, content.comments);
     return content;
 }
@@ -78,23 +78,23 @@ QString brokenFormatProperty(const QByteArray &input)
 {
     const FileContent content = readContent(input);
     if (!same(content, contentReadBy(plainformat::read, input)))
-        return QStringLiteral("is read differently");
+        return "is read differently";
     if (hasNullKey(content))
-        return QStringLiteral("holds a null key");
+        return "holds a null key";
     if (!content.readable)
         return QString();
 
     const QByteArray rewritten = writtenContent(content);
     const FileContent again = readContent(rewritten);
     if (!same(again, content))
-        return QStringLiteral("does not come back");
+        return "does not come back";
     if (writtenContent(again) != rewritten)
-        return QStringLiteral("changes with the second rewrite");
+        return "changes with the second rewrite";
     if (!losesOnlyRemovedKey(content))
-        return QStringLiteral("loses more than the removed key");
+        return "loses more than the removed key";
     // A comma or comment character behind a backslash needs no quotes, which the plain writer sets.
     const QByteArray plain = bytesWrittenBy(plainformat::write, content);
     if (!input.contains('\\') && same(readContent(plain), content) && plain != rewritten)
-        return QStringLiteral("is not written in the plain layout");
+        return "is not written in the plain layout";
     return QString();
 }
