@@ -15,8 +15,9 @@ namespace {
 /// All that the module touches on a stick; the rest of it may be films.
 QStringList namesOnStick()
 {
-    QStringList names = configurationFileNames();
-    for (const QString &name : configurationFileNames())
+    const QStringList configurations = configurationFileNames();
+    QStringList names = configurations;
+    for (const QString &name : configurations)
         names.append(lockFilePath(name));
     names.append(completionMarkerName());
     return names;

@@ -132,7 +132,7 @@ public:
     void readAll(const Line &line)
     {
         if (!m_parser.positionalArguments().isEmpty())
-            fail(tr("\"%1\" is not an option.").arg(m_parser.positionalArguments().first()));
+            fail(tr("\"%1\" is not an option.").arg(m_parser.positionalArguments().constFirst()));
         m_options.unplugWhenDone = m_parser.isSet(line.unplugWhenDone);
         m_options.unit.lateUsb = m_parser.isSet(line.lateUsb);
         m_options.verbose = m_parser.isSet(line.verbose);
@@ -169,7 +169,7 @@ private:
 
     static QString shown(const QCommandLineOption &option)
     {
-        return QLatin1String("--") + option.names().last();
+        return QLatin1String("--") + option.names().constLast();
     }
 
     int number(const QCommandLineOption &option, int least, int most, int otherwise)
@@ -190,7 +190,8 @@ private:
 
     void readPresets(const QCommandLineOption &option)
     {
-        for (const QString &preset : m_parser.values(option)) {
+        const QStringList presets = m_parser.values(option);
+        for (const QString &preset : presets) {
             const int slash = preset.indexOf(QLatin1Char('/'));
             const int equals = preset.indexOf(QLatin1Char('='));
             const auto area = areaFromName(preset.left(slash));
@@ -222,7 +223,8 @@ private:
 
     void readSticks(const QCommandLineOption &option)
     {
-        for (const QString &path : m_parser.values(option)) {
+        const QStringList paths = m_parser.values(option);
+        for (const QString &path : paths) {
             const QString stick = folder(option, path);
             if (m_options.sticks.contains(stick))
                 fail(tr("%1: %2 is named twice.").arg(shown(option), path));
@@ -232,7 +234,8 @@ private:
 
     void readMedia(const QCommandLineOption &option)
     {
-        for (const QString &path : m_parser.values(option))
+        const QStringList paths = m_parser.values(option);
+        for (const QString &path : paths)
             m_options.media.append(folder(option, path));
     }
 
@@ -274,7 +277,7 @@ private:
 /// Takes --media without a folder, which the parser does not know, out of @p arguments.
 bool takeBareMedia(QStringList &arguments, const QCommandLineOption &media)
 {
-    const QString name = QLatin1String("--") + media.names().first();
+    const QString name = QLatin1String("--") + media.names().constFirst();
     bool found = false;
     for (int i = arguments.size() - 1; i > 0; --i) {
         const bool bare =

@@ -173,7 +173,8 @@ void Terminal::show(const Verdict &verdict)
 void Terminal::showSerials(const Verdict &verdict)
 {
     QStringList serials;
-    for (const UnitValue &serial : verdict.serials())
+    const QVector<UnitValue> stored = verdict.serials();
+    for (const UnitValue &serial : stored)
         serials.append(serial.key + QLatin1Char(' ') + plainText(serial.value));
     if (!serials.isEmpty())
         row(tr("serials"), serials.join(QLatin1String(", ")));

@@ -78,7 +78,7 @@ QPixmap toneSign(PopupKind::Tone tone, int size, qreal devicePixelRatio)
 
 QString capitalized(const QString &text)
 {
-    return text.left(1).toUpper() + text.mid(1);
+    return text.isEmpty() ? text : text.at(0).toUpper() + text.mid(1);
 }
 
 } // namespace bench
