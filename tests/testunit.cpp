@@ -267,7 +267,7 @@ Outcome runProgram(const QString &program, const QString &folder, const QString 
     QProcess process;
     process.setWorkingDirectory(folder);
     process.start(program, arguments.split(' ', Qt::SkipEmptyParts));
-    process.closeWriteChannel();
+    process.setStandardInputFile(QProcess::nullDevice());
     if (!process.waitForFinished(2 * patience) || process.exitStatus() != QProcess::NormalExit)
         return {-1, {}, process.errorString().toUtf8()};
     return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
