@@ -13,6 +13,9 @@
 #include <cstdarg>
 #include <cstdlib>
 #include <cstring>
+#include <sstream>
+#include <utility>
+#include <vector>
 
 using faults::Verdict;
 
@@ -36,13 +39,10 @@ Function *next(Function *, const char *name)
 bool isWatchedDirectory(int at, const std::string &path)
 {
     struct stat found;
-    if (fstatat(at, path.c_str(), &found, 0) != 0)
-        return false;
-    for (const auto &[device, inode] : watchedDirectories) {
-        if (device == found.st_dev && inode == found.st_ino)
-            return true;
-    }
-    return false;
+    const auto begin = watchedDirectories.cbegin();
+    const auto end = watchedDirectories.cend();
+    return fstatat(at, path.c_str(), &found, 0) == 0
+        && std::find(begin, end, std::pair(found.st_dev, found.st_ino)) != end;
 }
 
 /// Whether @p path is a watched directory or stands in one.
@@ -89,10 +89,14 @@ Verdict ask(const char *call)
     return verdict;
 }
 
-/// Whether the call must not be made; errno then says why.
-bool isDenied(const char *call)
+/// Makes the call unless it is watched and must fail; errno then says why.
+template <typename Function, typename... Arguments>
+int callUnlessDenied(bool watched, const char *call, Function *function, const char *name,
+                     Arguments... arguments)
 {
-    return ask(call).fault == Verdict::Fail;
+    if (watched && ask(call).fault == Verdict::Fail)
+        return -1;
+    return next(function, name)(arguments...);
 }
 
 int openFile(int at, const char *path, int flags, va_list arguments)
@@ -104,33 +108,14 @@ int openFile(int at, const char *path, int flags, va_list arguments)
         errno = EOPNOTSUPP;
         return -1;
     }
-    if (watched && isDenied("open"))
-        return -1;
-    const int descriptor = next(&openat64, "openat64")(at, path, flags, mode);
+    const int descriptor =
+        callUnlessDenied(watched, "open", &openat64, "openat64", at, path, flags, mode);
     remember(descriptor, watched);
     return descriptor;
 }
 
-} // namespace
-
-void faults::watch(const std::vector<std::string> &directories, const Judge &judge, bool likeFat)
-{
-    watching = false;
-    currentJudge = judge;
-    isLikeFat = likeFat;
-    watchedDirectories.clear();
-    for (const std::string &name : directories) {
-        struct stat found;
-        if (stat(name.c_str(), &found) == 0)
-            watchedDirectories.emplace_back(found.st_dev, found.st_ino);
-    }
-    watching = judge != nullptr;
-}
-
-namespace {
-
 /**
- * FAULT_DIRECTORIES ("A:B") names what is watched, FAULT_CUT the point at which the process ends:
+ * FAULT_DIRECTORIES names what is watched, FAULT_CUT the point at which the process ends:
  * every call that changes storage is one, the middle of a write is another. FAULT_FAT: like FAT.
  */
 bool watchAsTheEnvironmentSays()
@@ -139,8 +124,6 @@ bool watchAsTheEnvironmentSays()
     const char *const point = std::getenv("FAULT_CUT");
     if (directories == nullptr || point == nullptr)
         return false;
-    const std::string names(directories);
-    const size_t colon = names.find(':');
     const auto judge = [cutPoint = std::atoi(point)](const char *call) -> Verdict {
         static std::atomic<int> count{0};
         if (std::strcmp(call, "read") != 0 && ++count == cutPoint)
@@ -149,8 +132,7 @@ bool watchAsTheEnvironmentSays()
             return {Verdict::TornCut, 0};
         return {};
     };
-    faults::watch({names.substr(0, colon), names.substr(colon + 1)}, judge,
-                  std::getenv("FAULT_FAT") != nullptr);
+    faults::watch(directories, judge, std::getenv("FAULT_FAT") != nullptr);
     unsetenv("LD_PRELOAD"); // the shell commands of the process are not its own calls
     return true;
 }
@@ -158,6 +140,21 @@ bool watchAsTheEnvironmentSays()
 const bool preloaded = watchAsTheEnvironmentSays(); // before main(), behind all it needs
 
 } // namespace
+
+void faults::watch(const std::string &directories, const Judge &judge, bool likeFat)
+{
+    watching = false;
+    currentJudge = judge;
+    isLikeFat = likeFat;
+    watchedDirectories.clear();
+    std::istringstream names(directories);
+    for (std::string name; std::getline(names, name, ':');) {
+        struct stat found;
+        if (stat(name.c_str(), &found) == 0)
+            watchedDirectories.emplace_back(found.st_dev, found.st_ino);
+    }
+    watching = judge != nullptr;
+}
 
 extern "C" {
 
@@ -193,9 +190,8 @@ ssize_t read(int descriptor, void *data, size_t size)
     const Verdict verdict = isWatched(descriptor) ? ask("read") : Verdict();
     if (verdict.fault == Verdict::Fail)
         return -1;
-    if (verdict.fault == Verdict::Short)
-        size = std::min<size_t>(size, 100);
-    return next(&read, "read")(descriptor, data, size);
+    const bool whole = verdict.fault != Verdict::Short;
+    return next(&read, "read")(descriptor, data, whole ? size : std::min<size_t>(size, 100));
 }
 
 ssize_t write(int descriptor, const void *data, size_t size)
@@ -203,9 +199,8 @@ ssize_t write(int descriptor, const void *data, size_t size)
     const Verdict verdict = isWatched(descriptor) ? ask("write") : Verdict();
     if (verdict.fault == Verdict::Fail)
         return -1;
-    if (verdict.fault == Verdict::Short || verdict.fault == Verdict::TornCut)
-        size = (size + 1) / 2;
-    const ssize_t written = next(&write, "write")(descriptor, data, size);
+    const bool whole = verdict.fault == Verdict::None;
+    const ssize_t written = next(&write, "write")(descriptor, data, whole ? size : (size + 1) / 2);
     if (verdict.fault == Verdict::TornCut)
         cut();
     return written;
@@ -213,23 +208,18 @@ ssize_t write(int descriptor, const void *data, size_t size)
 
 int fsync(int descriptor)
 {
-    if (isWatched(descriptor) && isDenied("flush"))
-        return -1;
-    return next(&fsync, "fsync")(descriptor);
+    return callUnlessDenied(isWatched(descriptor), "flush", &fsync, "fsync", descriptor);
 }
 
 int fdatasync(int descriptor)
 {
-    if (isWatched(descriptor) && isDenied("flush"))
-        return -1;
-    return next(&fdatasync, "fdatasync")(descriptor);
+    return callUnlessDenied(isWatched(descriptor), "flush", &fdatasync, "fdatasync", descriptor);
 }
 
 int linkat(int fromAt, const char *from, int toAt, const char *to, int flags)
 {
-    if (isWatched(toAt, to) && isDenied("link"))
-        return -1;
-    return next(&linkat, "linkat")(fromAt, from, toAt, to, flags);
+    return callUnlessDenied(isWatched(toAt, to), "link", &linkat, "linkat", fromAt, from, toAt, to,
+                            flags);
 }
 
 int link(const char *from, const char *to)
@@ -239,9 +229,8 @@ int link(const char *from, const char *to)
 
 int renameat2(int fromAt, const char *from, int toAt, const char *to, unsigned flags)
 {
-    if (isWatched(toAt, to) && isDenied("rename"))
-        return -1;
-    return next(&renameat2, "renameat2")(fromAt, from, toAt, to, flags);
+    return callUnlessDenied(isWatched(toAt, to), "rename", &renameat2, "renameat2", fromAt, from,
+                            toAt, to, flags);
 }
 
 int rename(const char *from, const char *to)
@@ -249,16 +238,9 @@ int rename(const char *from, const char *to)
     return renameat2(AT_FDCWD, from, AT_FDCWD, to, 0);
 }
 
-int unlinkat(int at, const char *path, int flags)
-{
-    if (isWatched(at, path) && isDenied("unlink"))
-        return -1;
-    return next(&unlinkat, "unlinkat")(at, path, flags);
-}
-
 int unlink(const char *path)
 {
-    return unlinkat(AT_FDCWD, path, 0);
+    return callUnlessDenied(isWatched(AT_FDCWD, path), "unlink", &unlink, "unlink", path);
 }
 
 } // extern "C"

@@ -2,7 +2,6 @@
 
 #include <functional>
 #include <string>
-#include <vector>
 
 /**
  * Sees the storage calls of the whole process, Qt's included, and lets chosen ones go wrong.
@@ -33,10 +32,10 @@ struct Verdict
 using Judge = std::function<Verdict(const char *call)>;
 
 /**
- * From now on @p judge is asked about calls on @p directories and the files in them, by whatever
- * path; null ends it. With @p likeFat temporary files need a name, as on a stick's usual file
- * system. Not while another thread makes storage calls.
+ * From now on @p judge is asked about calls on @p directories ("A:B") and the files in them, by
+ * whatever path; null ends it. With @p likeFat temporary files need a name, as on a stick's usual
+ * file system. Not while another thread makes storage calls.
  */
-void watch(const std::vector<std::string> &directories, const Judge &judge, bool likeFat = false);
+void watch(const std::string &directories, const Judge &judge, bool likeFat = false);
 
 } // namespace faults
