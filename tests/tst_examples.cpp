@@ -10,15 +10,15 @@
 
 namespace {
 
-const QString source = QStringLiteral(PRODUCTION_SOURCE_DIR);
+const QString source = PRODUCTION_SOURCE_DIR;
 
 /// The lines of a journal: those of the UI thread, then those of the worker, which runs beside it.
 QStringList byThread(const QByteArray &journal)
 {
     static const QRegularExpression ofUi(
-        QStringLiteral("\"event\"|::showMessage|ScreenLockCtrl::|TestMode|ProductionMode|"
-                       "BacklightLevel_"));
-    QStringList lines = QString::fromUtf8(journal).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+        "\"event\"|::showMessage|ScreenLockCtrl::|TestMode|ProductionMode|"
+        "BacklightLevel_");
+    QStringList lines = QString::fromUtf8(journal).split('\n', Qt::SkipEmptyParts);
     std::stable_partition(lines.begin(), lines.end(),
                           [](const QString &line) { return line.contains(ofUi); });
     return lines;
@@ -41,43 +41,34 @@ private slots:
 void TestExamples::stick_data()
 {
     QTest::addColumn<QString>("folder");
-    QTest::addColumn<QStringList>("options");
-    QTest::newRow("full-line") << "full-line" << QStringList();
-    QTest::newRow("serials-only") << "serials-only" << QStringList();
-    QTest::newRow("several-displays-8")
-        << "several-displays" << QStringList{QStringLiteral("--display-size"), QStringLiteral("8")};
-    QTest::newRow("several-displays-10.1")
-        << "several-displays"
-        << QStringList{QStringLiteral("--display-size"), QStringLiteral("10.1")};
-    QTest::newRow("silent-system") << "silent-system" << QStringList();
+    QTest::addColumn<QString>("options");
+    QTest::newRow("full-line") << "full-line"
+                               << "";
+    QTest::newRow("serials-only") << "serials-only"
+                                  << "";
+    QTest::newRow("several-displays-8") << "several-displays"
+                                        << "--display-size 8";
+    QTest::newRow("several-displays-10.1") << "several-displays"
+                                           << "--display-size 10.1";
+    QTest::newRow("silent-system") << "silent-system"
+                                   << "";
 }
 
 /// Through the program, as a whole: its journal is that of tests/examples/.
 void TestExamples::stick()
 {
     QFETCH(QString, folder);
-    QFETCH(QStringList, options);
+    QFETCH(QString, options);
     const QTemporaryDir work;
-    const QString stick = work.filePath(QStringLiteral("stick"));
-    QCOMPARE(QProcess::execute(
-                 QStringLiteral("cp"),
-                 {QStringLiteral("-r"), source + QStringLiteral("/examples/") + folder, stick}),
-             0);
-    const QString journal = work.filePath(QStringLiteral("journal"));
-    QProcess bench;
-    bench.setProcessChannelMode(QProcess::MergedChannels);
-    bench.start(QStringLiteral(PRODUCTION_BENCH),
-                QStringList{QStringLiteral("--unit"), work.filePath(QStringLiteral("unit")),
-                            QStringLiteral("--stick"), stick, QStringLiteral("--journal"), journal,
-                            QStringLiteral("--unplug-when-done"), QStringLiteral("--timeout"),
-                            QStringLiteral("120")}
-                    + options);
-    QVERIFY(bench.waitForFinished(150000));
-    QVERIFY2(bench.exitCode() == 0, bench.readAll().constData());
+    const QString stick = work.filePath("stick");
+    QCOMPARE(QProcess::execute("cp", {"-r", source + "/examples/" + folder, stick}), 0);
+    const Outcome outcome =
+        runProgram(PRODUCTION_BENCH, work.path(),
+                   "--unit unit --stick stick --journal journal --unplug-when-done " + options);
+    QVERIFY2(outcome.exitCode == 0, outcome.err.constData());
 
-    const QByteArray happened = readFile(journal).replace(stick.toUtf8(), "STICK");
-    const QString expected = source + QStringLiteral("/tests/examples/")
-        + QString::fromLatin1(QTest::currentDataTag()) + QStringLiteral(".jsonl");
+    const QByteArray happened = readFile(work.filePath("journal")).replace(stick.toUtf8(), "STICK");
+    const QString expected = source + "/tests/examples/" + QTest::currentDataTag() + ".jsonl";
     QCOMPARE(byThread(happened), byThread(readFile(expected)));
 }
 
@@ -94,8 +85,7 @@ void TestExamples::documentation_data()
     QTest::addColumn<QJsonObject>("example");
     QTest::addColumn<QByteArray>("file");
     QTest::addColumn<QByteArray>("afterwards");
-    const QString text =
-        QString::fromUtf8(readFile(source + QStringLiteral("/docs/production-file.md")));
+    const QString text = QString::fromUtf8(readFile(source + "/docs/production-file.md"));
     static const QRegularExpression block(
         QStringLiteral(
             "<!-- example: (\\{.*?\\}) -->\\s*```ini\\n(.*?)```"
@@ -104,14 +94,13 @@ void TestExamples::documentation_data()
     int blocks = 0;
     for (auto it = block.globalMatch(text); it.hasNext(); ++blocks) {
         const QRegularExpressionMatch match = it.next();
-        const int line = text.left(match.capturedStart()).count(QLatin1Char('\n')) + 1;
+        const int line = text.left(match.capturedStart()).count('\n') + 1;
         const QJsonDocument example = QJsonDocument::fromJson(match.captured(1).toUtf8());
         QVERIFY2(example.isObject(), qPrintable(match.captured(1)));
         QTest::addRow("line %d", line)
             << example.object() << match.captured(2).toUtf8() << match.captured(3).toUtf8();
     }
-    QCOMPARE(blocks,
-             text.count(QStringLiteral("```ini")) - text.count(QStringLiteral("<!-- afterwards")));
+    QCOMPARE(blocks, text.count("```ini") - text.count("<!-- afterwards"));
 }
 
 void TestExamples::documentation()
@@ -120,8 +109,8 @@ void TestExamples::documentation()
     QFETCH(QByteArray, file);
     QFETCH(QByteArray, afterwards);
     bench::HeadUnitConfig config;
-    config.displaySize = example[QStringLiteral("display")].toString();
-    config.stepRange = quint8(example[QStringLiteral("steps")].toInt(config.stepRange));
+    config.displaySize = example["display"].toString();
+    config.stepRange = quint8(example["steps"].toInt(config.stepRange));
     TestUnit unit(config);
     const QString stick = unit.makeStick(file);
     QVERIFY(unit.runPass(stick));
@@ -129,15 +118,15 @@ void TestExamples::documentation()
     QJsonArray shown;
     for (const QString &popUp : unit.popUps().mid(2))
         shown.append(popUp.trimmed());
-    QCOMPARE(shown, example[QStringLiteral("shows")].toArray());
-    const QJsonObject stores = example[QStringLiteral("stores")].toObject();
+    QCOMPARE(shown, example["shows"].toArray());
+    const QJsonObject stores = example["stores"].toObject();
     for (auto it = stores.begin(); it != stores.end(); ++it) {
-        const auto area = bench::areaFromName(it.key().section(QLatin1Char('/'), 0, 0));
+        const auto area = bench::areaFromName(it.key().section('/', 0, 0));
         QVERIFY2(area, qPrintable(it.key()));
-        const QVariant value = unit.stored(*area, it.key().section(QLatin1Char('/'), 1));
+        const QVariant value = unit.stored(*area, it.key().section('/', 1));
         QCOMPARE(QJsonValue::fromVariant(value), it.value());
     }
-    const QByteArray left = readFile(stick + QStringLiteral("/production.ini"));
+    const QByteArray left = readFile(stick + "/production.ini");
     QCOMPARE(QByteArray(left).replace("\r\n", "\n"), afterwards.isEmpty() ? file : afterwards);
 }
 
