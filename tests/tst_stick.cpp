@@ -1,12 +1,9 @@
 #include "audit.h"
 #include "check.h"
+#include "formatproperty.h"
 #include "split.h"
 #include "testunit.h"
 
-#include <reader.h>
-#include <writer.h>
-
-#include <QBuffer>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -45,7 +42,7 @@ CheckedFile checkOne(const QString &path)
 
 /**
  * Makes the files of @p text in @p folder and returns the findings that it expects, as codes()
- * does. ">>> NAME" begins a file (or is a folder "NAME/"); the first is production.ini unless
+ * does. ">>> NAME" begins a file (the folder itself is "."); the first is production.ini unless
  * named. " <<< CODE" tells of a finding about its line, behind a name of one about the file. "%XX"
  * stands for a byte; a "%" at the end of a line takes the line end away.
  */
@@ -68,22 +65,9 @@ QStringList makeFiles(const QString &folder, const QString &text)
         }
         const QString content = lines.mid(1).join('\n').remove("%\n");
         QDir().mkpath(QFileInfo(path).path());
-        if (!path.endsWith('/')
-            && !writeFile(path, QByteArray::fromPercentEncoding(content.toUtf8())))
-            qFatal("cannot write '%s'", qUtf8Printable(path));
+        writeFile(path, QByteArray::fromPercentEncoding(content.toUtf8()));
     }
     return findings;
-}
-
-production::SettingsMap mapOf(const QByteArray &bytes)
-{
-    QByteArray copy = bytes;
-    QBuffer device(&copy);
-    device.open(QIODevice::ReadOnly);
-    production::SettingsMap map;
-    production::KeyComments comments;
-    production::readSettings(device, map, comments);
-    return map;
 }
 
 /// Names, sizes and times, which a tool that only looks must leave as they were. The access times
@@ -326,7 +310,7 @@ void TestStick::splitDealsOutEverything()
                          "[SK]\nmode=1\nlength=4\n[SN]\nmode=1\nlength=5\nstartwith=\"A,C\"\n";
     for (int i = 1000; i < 1100; ++i)
         content += QByteArray(i % 3 == 0 ? "B" : "A") + QByteArray::number(i) + "=1 ; note\n";
-    const production::SettingsMap map = mapOf(content);
+    const production::SettingsMap map = readContent(content).map;
     const ScannedFile scanned(content);
     const Pools pools = poolsOf(scanned);
     QString error;
@@ -464,12 +448,12 @@ void TestStick::showAndFormat()
     const QString file = source + "/tests/corpus/worked-example.ini";
     const QJsonObject shown = QJsonDocument::fromJson(run("show --json " + file).out).object();
     QCOMPARE(shown.value("readable"), QJsonValue(true));
-    const production::SettingsMap map = mapOf(readFile(file));
+    const production::SettingsMap map = readContent(readFile(file)).map;
     production::SettingsMap keys;
     for (const QJsonValue &key : shown.value("keys").toArray())
         keys.insert(key["key"].toString(), key["value"].toVariant());
     QCOMPARE(keys, map);
-    QCOMPARE(mapOf(run("format " + file).out), map);
+    QCOMPARE(readContent(run("format " + file).out).map, map);
 }
 
 QTEST_GUILESS_MAIN(TestStick)
