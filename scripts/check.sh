@@ -34,7 +34,7 @@ check_translations() {
     fi
 }
 
-# The lines that the tests run, and the branches, without those that only an exception takes.
+# The lines that the tests run, and the branches that the code takes of its own.
 check_coverage() {
     quietly cmake --preset coverage
     quietly cmake --build --preset coverage
