@@ -2,9 +2,6 @@
 
 #include <datadefault.h>
 
-#include <QJsonArray>
-#include <QJsonDocument>
-
 namespace {
 
 /// The platform's backlight steps, with blanks between.
@@ -23,26 +20,20 @@ RecordedPass::RecordedPass(TestUnit &unit, const QString &path, Hook hook)
     , hook(std::move(hook))
 {
     using Worker = ProductionObject;
-    const auto signal = [this](const char *name, const QVariantList &arguments = {}) {
-        note(QLatin1String(name), arguments);
+    const auto signal = [this](const char *name) {
+        return [this, name](auto... arguments) { note({name, {QVariant(arguments)...}}); };
     };
-    QObject::connect(&worker, &Worker::message, [=](const QString &text, int code) {
-        signal("message", {text, code});
-    });
-    QObject::connect(&worker, &Worker::canbusEntryProductionTestMode, [=](bool entry, int id) {
-        signal("canbus", {entry, id});
-    });
-    QObject::connect(&worker, &Worker::directionKeyEntryProductionTestMode,
-                     [=](bool entry) { signal("directionKey", {entry}); });
-    QObject::connect(&worker, &Worker::lightStepRangeChanged,
-                     [=] { signal("lightSteps", {stepTable()}); });
-    QObject::connect(&worker, &Worker::userLightLevelChanged,
-                     [=](int level) { signal("day", {level}); });
-    QObject::connect(&worker, &Worker::illLightLevelChanged,
-                     [=](int level) { signal("night", {level}); });
-    QObject::connect(&worker, &Worker::finished, [=] { signal("finished"); });
-    unit.headUnit().setBeforeCall(
-        [this](const bench::Call &call) { note(call.name.section("::", -1), call.args); });
+    const auto connect = [this](auto sender, auto receiver) {
+        QObject::connect(&worker, sender, receiver);
+    };
+    connect(&Worker::message, signal("message"));
+    connect(&Worker::canbusEntryProductionTestMode, signal("canbus"));
+    connect(&Worker::directionKeyEntryProductionTestMode, signal("directionKey"));
+    connect(&Worker::lightStepRangeChanged, [=] { signal("lightSteps")(stepTable()); });
+    connect(&Worker::userLightLevelChanged, signal("day"));
+    connect(&Worker::illLightLevelChanged, signal("night"));
+    connect(&Worker::finished, signal("finished"));
+    unit.headUnit().setBeforeCall([this](const bench::Call &call) { note(call); });
     worker.setReady();
     worker.start(path);
 }
@@ -52,12 +43,9 @@ RecordedPass::~RecordedPass()
     unit.headUnit().setBeforeCall({});
 }
 
-void RecordedPass::note(const QString &name, const QVariantList &arguments)
+void RecordedPass::note(const bench::Call &call)
 {
-    QString json = QString::fromUtf8(
-        QJsonDocument(QJsonArray::fromVariantList(arguments)).toJson(QJsonDocument::Compact));
-    json.replace('"', '\'');
-    events << name + '(' + json.mid(1, json.size() - 2) + ')';
+    events << callText(call);
     if (hook)
         hook(worker, events.last());
 }
@@ -70,11 +58,4 @@ QString RecordedPass::transcript() const
     if (text.startsWith(opening))
         text.remove(0, opening.size());
     return text.replace(QStringLiteral("system('sync')\n").repeated(3), "synced\n");
-}
-
-QString plugFile(TestUnit &unit, const QByteArray &content)
-{
-    const QString stick = unit.makeStick(content);
-    unit.plug(stick);
-    return stick;
 }

@@ -19,11 +19,8 @@ public:
     explicit RecordedPass(TestUnit &unit, const QString &path = {}, Hook hook = {});
     ~RecordedPass();
 
-    /**
-     * What has happened so far. A signal is "name(arguments)", a call "operation(arguments)", the
-     * arguments as in JSON but with single quotes: "message('A099',10)", "system('sync')". The
-     * signal of new backlight steps carries the steps that the platform has then.
-     */
+    /// What has happened so far, each as callText() has it. The signal of new backlight steps
+    /// carries the steps that the platform has then.
     QStringList events;
     ProductionObject worker;
 
@@ -34,11 +31,8 @@ public:
     QString transcript() const;
 
 private:
-    void note(const QString &name, const QVariantList &arguments);
+    void note(const bench::Call &call);
 
     TestUnit &unit;
     Hook hook;
 };
-
-/// Plugs a stick with @p content as its production.ini and returns its directory.
-QString plugFile(TestUnit &unit, const QByteArray &content);

@@ -10,6 +10,8 @@
 #include <QEvent>
 #include <QEventLoop>
 #include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
 #include <QPointer>
 #include <QProcess>
 #include <QTest>
@@ -205,6 +207,20 @@ QStringList TestUnit::popUps() const
 QVariant TestUnit::stored(bench::Area area, const QString &key) const
 {
     return unit->data().value(area, key, QVariant());
+}
+
+QString plugFile(TestUnit &unit, const QByteArray &content)
+{
+    const QString stick = unit.makeStick(content);
+    unit.plug(stick);
+    return stick;
+}
+
+QString callText(const bench::Call &call)
+{
+    const QJsonDocument arguments(QJsonArray::fromVariantList(call.args));
+    QString text = QString::fromUtf8(arguments.toJson(QJsonDocument::Compact)).replace('"', '\'');
+    return call.name.section("::", -1) + '(' + text.mid(1, text.size() - 2) + ')';
 }
 
 Warnings::Warnings()

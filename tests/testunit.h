@@ -78,6 +78,13 @@ private:
     Hand hand{*this};
 };
 
+/// Plugs a stick with @p content as its production.ini and returns its directory.
+QString plugFile(TestUnit &unit, const QByteArray &content);
+
+/// The call as "operation(arguments)", the arguments as in JSON but with single quotes:
+/// "message('A099',10)", "system('sync')".
+QString callText(const bench::Call &call);
+
 /// Gathers the warnings of all threads while it lives.
 class Warnings
 {

@@ -27,20 +27,17 @@ const QString testPassed =
 QString flashDirectory; ///< Stands for the unit's flash; empty when the kernel refused.
 QString flashError;
 
-/// The calls made after the first @p count, test modes only, as "name(arguments)".
-QStringList testModeCalls(const TestUnit &unit)
+/// What the modules of the interface tests were told: "canbus(true,28) mcu(false)".
+QString testModeCalls(const TestUnit &unit)
 {
     QStringList texts;
     const QVector<bench::Call> all = unit.calls();
-    for (const bench::Call &call : all) {
-        if (call.name == bench::calls::canbusTestMode || call.name == bench::calls::mcuTestMode) {
-            QStringList args;
-            for (const QVariant &arg : call.args)
-                args << arg.toString();
-            texts << call.name.section(':', 0, 0) + ' ' + args.join(' ');
-        }
-    }
-    return texts;
+    for (const bench::Call &call : all)
+        texts << callText(call);
+    return texts.filter("entryProduction")
+        .replaceInStrings("entryProductionTestMode", "canbus")
+        .replaceInStrings("entryProductionMode", "mcu")
+        .join(' ');
 }
 
 } // namespace
@@ -53,15 +50,12 @@ class TestControl : public QObject
 private slots:
     void init() { threadsBefore = threadCount(); }
 
-    void endsWithNothingToDo();
+    void endsByItself_data();
+    void endsByItself();
     void waitsForDeviceEvents();
-    void endsWithoutConfigurationFile();
     void flashFileWinsOverStick();
-    void unpluggedWhen_data();
-    void unpluggedWhen();
-    void testModesSwitchedOff_data();
-    void testModesSwitchedOff();
-    void unpluggedBeforeResultsAreShown();
+    void unpluggedAfterPass_data();
+    void unpluggedAfterPass();
     void ignoresOtherDevices();
     void interfaceTestPopUp_data();
     void interfaceTestPopUp();
@@ -75,14 +69,25 @@ private:
     int threadsBefore = 0;
 };
 
-void TestControl::endsWithNothingToDo()
+void TestControl::endsByItself_data()
 {
+    QTest::addColumn<bool>("plugged");
+    QTest::newRow("no stick") << false;
+    QTest::newRow("stick without a configuration file") << true;
+}
+
+void TestControl::endsByItself()
+{
+    QFETCH(bool, plugged);
     TestUnit unit;
-    QPointer<ProductionControl> control = unit.startModule();
-    QVERIFY(!control->isInProductionModel());
+    if (plugged)
+        unit.plug(unit.makeStick("", "readme.txt"));
+    const ProductionControl *const control = unit.startModule();
+    QCOMPARE(ProductionObject::ins != nullptr, plugged);
+    QVERIFY(plugged || !control->isInProductionModel());
     QVERIFY(unit.waitForEnd());
-    QVERIFY(unit.calls().isEmpty());
-    QCOMPARE(threadCount(), threadsBefore);
+    QVERIFY(unit.popUps().isEmpty() && testModeCalls(unit).isEmpty());
+    QTRY_COMPARE(threadCount(), threadsBefore);
     QPointer<ProductionControl> next = ProductionControl::getInstance();
     QVERIFY(!next.isNull());
     delete next;
@@ -93,25 +98,13 @@ void TestControl::waitsForDeviceEvents()
     bench::HeadUnitConfig config;
     config.lateUsb = true;
     TestUnit unit(config);
-    unit.plug(unit.makeStick(btFile));
+    plugFile(unit, btFile);
     QPointer<ProductionControl> control = unit.startModule();
     QCoreApplication::processEvents();
     QVERIFY(ProductionObject::ins == nullptr && !control.isNull());
     unit.headUnit().requestDeviceEvents();
     QVERIFY(unit.waitForPass());
     QVERIFY(control->isInProductionModel());
-}
-
-void TestControl::endsWithoutConfigurationFile()
-{
-    TestUnit unit;
-    const QString stick = unit.makeStick("", "readme.txt");
-    unit.plug(stick);
-    unit.startModule();
-    QVERIFY(ProductionObject::ins != nullptr);
-    QVERIFY(unit.waitForEnd());
-    QVERIFY(unit.popUps().isEmpty() && testModeCalls(unit).isEmpty());
-    QTRY_COMPARE(threadCount(), threadsBefore);
 }
 
 void TestControl::flashFileWinsOverStick()
@@ -131,91 +124,49 @@ void TestControl::flashFileWinsOverStick()
     QVERIFY(unit.moduleExists()); // nothing but the application's end takes it out of Done
 }
 
-void TestControl::unpluggedWhen_data()
+void TestControl::unpluggedAfterPass_data()
 {
-    // The call of the module before which the stick is pulled; what was stored by the end.
-    QTest::addColumn<QString>("call");
-    QTest::addColumn<QString>("storedSerial");
-    QTest::addColumn<QByteArray>("marker");
-    QTest::newRow("before the rewrite's sync: write is finished, no marker")
-        << QString(bench::calls::system) << "AB01" << QByteArray();
-    QTest::newRow("while storing: write is finished, no marker")
-        << QString(bench::calls::saveProductionData) << "AB01" << QByteArray();
-    QTest::newRow("in the last group: pass reaches its end")
-        << QString(bench::calls::saveFactoryData) << "AB01" << QByteArray("AB01\r\n");
-    QTest::newRow("after the pass") << QString() << "AB01" << QByteArray("AB01\r\n");
+    QTest::addColumn<QByteArray>("group");
+    QTest::addColumn<QString>("moduleLeftOut");
+    QTest::addColumn<int>("canIndex"); // 0: the unit has none
+    QTest::addColumn<QString>("calls");
+    QTest::addColumn<bool>("busy"); // the head unit's main thread, until the pass has ended
+    const auto row = [](const char *name, const QByteArray &group, const QString &moduleLeftOut,
+                        int canIndex, const QString &calls, bool busy = false) {
+        QTest::newRow(name) << group << moduleLeftOut << canIndex << calls << busy;
+    };
+    row("index of the unit", "CANBUS", "", 7, "canbus(true,28) canbus(false,7) mcu(false)");
+    row("unit without an index", "CANBUS", "", 0, "canbus(true,28) canbus(false,0) mcu(false)");
+    row("no canbus module", "CANBUS", "canbus", 7, "mcu(false)");
+    row("no mcu module", "CANBUS", "mcu", 7, "canbus(true,28) canbus(false,7)");
+    row("file without test modes", "Panel", "", 7, "canbus(false,7) mcu(false)");
+    row("before results are shown", "CANBUS", "", 7, "canbus(true,28) canbus(false,7) mcu(false)",
+        true);
 }
 
-void TestControl::unpluggedWhen()
+void TestControl::unpluggedAfterPass()
 {
-    QFETCH(QString, call);
-    QFETCH(QString, storedSerial);
-    QFETCH(QByteArray, marker);
-    TestUnit unit;
-    const QString stick = unit.makeStick(serialFile);
-    std::atomic<bool> pulled{false}; // asked in both threads
-    unit.headUnit().setBeforeCall([&](const bench::Call &next) {
-        if (pulled || next.name != call)
-            return;
-        pulled = true;
-        unit.unplugFromHook(stick);
-    });
-    QVERIFY(unit.runPass(stick));
-    if (call.isEmpty())
-        unit.unplug(stick);
-    QVERIFY(unit.waitForEnd());
-    unit.headUnit().setBeforeCall({});
-
-    QCOMPARE(unit.popUps().count(unplugged), 1);
-    QCOMPARE(unit.popUps().last(), unplugged);
-    QCOMPARE(testModeCalls(unit), QStringList({"canbus false 0", "mcu false"}));
-    QCOMPARE(unit.stored(bench::Area::Production, "SN").toString(), storedSerial);
-    QVERIFY(!readFile(stick + "/production.ini").contains("AB01"));
-    QCOMPARE(readFile(stick + "/production_done.txt"), marker);
-    QTRY_COMPARE(threadCount(), threadsBefore);
-}
-
-void TestControl::testModesSwitchedOff_data()
-{
-    QTest::addColumn<QStringList>("modulesLeftOut");
-    QTest::addColumn<int>("canIndex");
-    QTest::addColumn<QStringList>("calls");
-    const QString on = "canbus true 28";
-    QTest::newRow("index of the unit")
-        << QStringList() << 7 << QStringList{on, "canbus false 7", "mcu false"};
-    QTest::newRow("no canbus module") << QStringList{"canbus"} << 7 << QStringList{"mcu false"};
-    QTest::newRow("no mcu module") << QStringList{"mcu"} << 0 << QStringList{on, "canbus false 0"};
-}
-
-void TestControl::testModesSwitchedOff()
-{
-    QFETCH(QStringList, modulesLeftOut);
+    QFETCH(QByteArray, group);
+    QFETCH(QString, moduleLeftOut);
     QFETCH(int, canIndex);
-    QFETCH(QStringList, calls);
+    QFETCH(QString, calls);
+    QFETCH(bool, busy);
     bench::HeadUnitConfig config;
-    config.modulesLeftOut = modulesLeftOut;
-    config.presets = {{bench::Area::User, "CanIndex", canIndex}};
+    config.modulesLeftOut << moduleLeftOut;
+    if (canIndex != 0)
+        config.presets = {{bench::Area::User, "CanIndex", canIndex}};
     TestUnit unit(config);
-    const QString stick = unit.makeStick("[CANBUS]\nmode=1\n");
-    QVERIFY(unit.runPass(stick));
+    const QString stick = plugFile(unit, '[' + group + "]\nmode=1\n");
+    unit.startModule();
+    while (busy && ProductionObject::ins.load()->currentState() < Done)
+        std::this_thread::yield();
+    QVERIFY(busy || unit.waitForPass());
     unit.unplug(stick);
     QVERIFY(unit.waitForEnd());
     QCOMPARE(testModeCalls(unit), calls);
-}
-
-void TestControl::unpluggedBeforeResultsAreShown()
-{
-    TestUnit unit;
-    const QString stick = unit.makeStick("[SN]\nmode=1\nAB01\n[CANBUS]\nmode=1\n");
-    unit.plug(stick);
-    unit.startModule();
-    while (ProductionObject::ins.load()->currentState() < Done)
-        std::this_thread::yield(); // as long as the head unit's main thread is busy
-    unit.unplug(stick);
-    QVERIFY(unit.waitForEnd());
-    QCOMPARE(unit.popUps().size(), 5);
+    QCOMPARE(unit.popUps().size(), 3);
     QCOMPARE(unit.popUps().last(), unplugged);
-    QCOMPARE(testModeCalls(unit), QStringList({"canbus true 28", "canbus false 0", "mcu false"}));
+    QTRY_COMPARE(threadCount(), threadsBefore);
 }
 
 void TestControl::ignoresOtherDevices()
@@ -250,8 +201,7 @@ void TestControl::interfaceTestPopUp()
     bench::HeadUnitConfig config;
     config.modelId = model;
     TestUnit unit(config);
-    const QString stick = unit.makeStick(btFile, fileName);
-    unit.plug(stick);
+    unit.plug(unit.makeStick(btFile, fileName));
     QPointer<ProductionControl> control = ProductionControl::getInstance();
     control->init(); // Ready, and nobody has asked for a pass
     unit.headUnit().reportData("canbus");
@@ -268,8 +218,7 @@ void TestControl::interfaceTestPopUp()
 void TestControl::secondCheckDoesNothing()
 {
     TestUnit unit;
-    const QString stick = unit.makeStick(serialFile);
-    QVERIFY(unit.runPass(stick));
+    QVERIFY(unit.runPass(unit.makeStick(serialFile)));
     const int before = unit.calls().size();
     ProductionObject *const worker = ProductionObject::ins;
     QVERIFY(QMetaObject::invokeMethod(ProductionControl::getInstance(), "checkUSB"));
@@ -281,7 +230,7 @@ void TestControl::secondCheckDoesNothing()
 void TestControl::destroyedDuringPass()
 {
     TestUnit unit;
-    const QString stick = unit.makeStick(serialFile);
+    const QString stick = plugFile(unit, serialFile);
     QSemaphore reached;
     QSemaphore release;
     unit.headUnit().setBeforeCall([&](const bench::Call &call) {
@@ -290,7 +239,6 @@ void TestControl::destroyedDuringPass()
             release.acquire();
         }
     });
-    unit.plug(stick);
     ProductionControl *const control = unit.startModule();
     reached.acquire();
     delete control; // lets the thread go after a second
@@ -325,7 +273,7 @@ void TestControl::startOnlyWhenReady()
     QFETCH(int, finished);
     TestUnit unit;
     if (leave)
-        unit.plug(unit.makeStick(btFile));
+        plugFile(unit, btFile);
     ProductionObject worker;
     if (ready)
         worker.setReady();
@@ -343,18 +291,16 @@ void TestControl::leaveSeenByBothThreads()
     // The two threads meet at another point in every round; each must see exactly one leave.
     constexpr int rounds = 300;
     TestUnit unit;
-    unit.plug(unit.makeStick(btFile));
+    plugFile(unit, btFile);
     int leftByUi = 0;
     for (int round = 0; round < rounds; ++round) {
         ProductionObject worker;
         worker.setReady();
         std::atomic<int> finished{0};
         std::atomic<int> switchedOff{0};
-        connect(
-            &worker, &ProductionObject::finished, this, [&] { ++finished; }, Qt::DirectConnection);
-        connect(
-            &worker, &ProductionObject::canbusEntryProductionTestMode, this, [&] { ++switchedOff; },
-            Qt::DirectConnection);
+        // Without a context object, so in the thread that leaves.
+        connect(&worker, &ProductionObject::finished, [&] { ++finished; });
+        connect(&worker, &ProductionObject::canbusEntryProductionTestMode, [&] { ++switchedOff; });
         std::thread pass([&] { worker.start(QString()); });
         while (worker.currentState() < Running)
             std::this_thread::yield();
