@@ -45,7 +45,6 @@ private slots:
 
     void wrongUsageIsRefused_data();
     void wrongUsageIsRefused();
-    void journalKeepsTypes();
     void linesOfInputAct_data();
     void linesOfInputAct();
     void passThatNeverEndsTimesOut();
@@ -180,29 +179,6 @@ void BenchTest::wrongUsageIsRefused()
     QVERIFY2(outcome.err.contains("--help"), outcome.err.constData());
     QVERIFY(outcome.out.isEmpty());
     QVERIFY(!QFile::exists(path("new")));
-}
-
-void BenchTest::journalKeepsTypes()
-{
-    QVERIFY(writeFile(path("stick/production.ini"),
-                      "[FactorySettings]\nmode=1\na=x,y\n[Panel]\nmode=1\nvcom=5\n"
-                      "[CANBUS]\nmode=1\n"));
-    QVERIFY(writeFile(path("journal"), "{\"event\":\"earlier\"}\n"));
-    QCOMPARE(run("--stick stick --unplug-when-done --journal journal").exitCode, 0);
-
-    const QByteArray journal = readFile(path("journal")).replace(m_folder->path().toUtf8(), ".");
-    const QList<QByteArray> lines = journal.trimmed().split('\n');
-    for (
-        const char *line : {
-            R"({"args":[["a",["x","y"],""],"FactorySettings",true],"call":"DataSaveControl::saveData"})",
-            R"({"args":["vcom_duty",5,true],"call":"DataSaveControl::backupRuntimeData"})",
-            R"({"args":[true,28],"call":"canbus::entryProductionTestMode"})",
-            R"({"args":[false,0],"call":"canbus::entryProductionTestMode"})",
-            R"({"args":["./stick"],"event":"unplugged"})",
-        })
-        QVERIFY2(lines.count(line) == 1, line);
-    QCOMPARE(lines.first(), QByteArray("{\"event\":\"earlier\"}"));
-    QVERIFY2(lines.last().contains("\"event\":\"ended\""), lines.last().constData());
 }
 
 void BenchTest::linesOfInputAct_data()

@@ -4,9 +4,7 @@
 #include "bench/window/elidedlabel.h"
 #include "bench/window/lamp.h"
 #include "bench/window/mainwindow.h"
-#include "bench/window/popuphistory.h"
 #include "bench/window/screenview.h"
-#include "bench/window/storedview.h"
 #include "translations.h"
 
 #include <QApplication>
@@ -16,6 +14,7 @@
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTranslator>
+#include <QTreeWidget>
 #include <QtTest>
 
 using bench::Board;
