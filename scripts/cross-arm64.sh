@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Compiles the module and the bench for 64-bit ARM, warnings being errors: build/arm64.
+# Compiles the module, the bench (but for its window) and production-stick for 64-bit ARM, warnings
+# being errors: build/arm64.
 #
 # Debian's Qt for that machine is unpacked below build/, not installed: no package of this machine
 # changes but the compiler that is added.
