@@ -505,13 +505,20 @@ void TestFaults::fullStick()
         QVERIFY(stick.mounted);
         stick.fill(before, left * 1024);
         const Warnings warnings;
+        const auto file = [&] { return readFile(stick.path + '/' + configName); };
+        // A second rewrite would mend what the first one spoiled.
+        std::atomic<bool> alwaysWhole{true};
+        const auto onCall = [&](const char *) -> Verdict {
+            if (!whole.contains(file()))
+                alwaysWhole = false;
+            return {};
+        };
         figures.begin(QString("%1 KiB left").arg(left));
-        const bool ended = live(unit, stick.path, {}, [](const char *) { return Verdict(); });
-        figures.demand(ended, "no end");
-        const QByteArray file = readFile(stick.path + '/' + configName);
-        figures.demand(whole.contains(file), QString("%1 bytes remain").arg(file.size()));
-        figures.demand(file != before || tellsOfFailedRewrite(warnings), "no word in the log");
-        rewritten += file == before ? 0 : 1;
+        figures.demand(live(unit, stick.path, {}, onCall), "no end");
+        figures.demand(alwaysWhole && whole.contains(file()), "the file is neither old nor new");
+        const bool kept = file() == before;
+        figures.demand(!kept || tellsOfFailedRewrite(warnings), "no word in the log");
+        rewritten += kept ? 0 : 1;
     }
     figures.report(QString("%1 rewritten").arg(rewritten));
 }
@@ -721,7 +728,7 @@ void TestFaults::limits()
     QFETCH(QByteArray, begin);
     QFETCH(int, entries);
     const auto fileWithout = [&](int taken) {
-        return begin + "[SN]\r\nmode=1\r\n" + pool("S", taken, entries);
+        return begin + "[SN]\r\nmode=1\r\nstartwith=S\r\n" + pool("S", taken, entries);
     };
     TestUnit unit;
     const QString stick = unit.makeStick(fileWithout(0));
