@@ -9,8 +9,6 @@
 #include <QJsonDocument>
 #include <QtTest>
 
-#include <cstring>
-
 using namespace production;
 
 namespace {
@@ -26,11 +24,6 @@ QString delivered(const FileContent &content)
         lines += QString::fromUtf8(QJsonDocument(entry).toJson(QJsonDocument::Compact)) + '\n';
     }
     return content.readable ? lines : lines + "unreadable\n";
-}
-
-QByteArray repeated(const char *text, int characters)
-{
-    return QByteArray(text).repeated(characters / int(std::strlen(text)));
 }
 
 /// Promises a byte more than it delivers, as a stick does that fails while it is read.
@@ -53,8 +46,9 @@ private slots:
     void readAndRewritten();
     void corpus_data();
     void corpus();
-    void hugeTexts_data();
+    void hugeTexts_data() { addTextCases(QFINDTESTDATA("cases/huge.txt")); }
     void hugeTexts();
+    void manySections();
     void failingDevice();
     void tooLargeFile();
 };
@@ -88,37 +82,25 @@ void TestFormat::corpus()
     QCOMPARE(brokenFormatProperty(readFile(path)), QString());
 }
 
-/// Anything but linear work would not end before the test is given up.
-void TestFormat::hugeTexts_data()
-{
-    QTest::addColumn<QByteArray>("text");
-    constexpr int many = 1'000'000;
-    const auto row = [](const char *name, const QByteArray &text) { QTest::newRow(name) << text; };
-    // No key that begins with a bracket can stand whole in the general section.
-    const QByteArray section = "[[x]\n";
-    row("slashes", section + repeated("/", many) + "=1");
-    row("quotes", section + repeated("\"", many) + "=1");
-    row("quotes and slashes", section + repeated("\"/", many) + "a");
-    row("quotes, slashes and brackets", section + repeated("\"/[", many) + "a");
-    row("escaped quotes and slashes", section + '"' + repeated("\\\"/", many) + "\"=1");
-    row("quoted comment characters", section + '"' + repeated("/;", many) + "\"/[=1");
-    row("blanks", section + 'a' + repeated(" / ", many) + "a=1");
-    row("closing brackets", section + repeated("]/", many) + "]/a=1");
-    row("section of quotes", "[[" + repeated("\"/", many) + "]\na/[=1\na/[;c\n");
-    row("value of backslashes", "k=" + repeated("\\\\", many) + ";c");
-    row("value of quotes", "k=" + repeated("\"", many) + ";c");
-    row("value of commas", "k=" + repeated(",", many / 10));
-    row("comment", "k;" + repeated("; ", many));
-    QByteArray sections;
-    for (int i = 0; i < many / 10; ++i)
-        sections += "[s" + QByteArray::number(i) + "]\nmode=1\n";
-    row("sections", sections);
-}
-
+/// A case is a begin, what is repeated up to a million characters, and an end. Anything but linear
+/// work would not end before the test is given up.
 void TestFormat::hugeTexts()
 {
-    QFETCH(QByteArray, text);
+    QFETCH(QStringList, parts);
+    for (QString &part : parts)
+        part.chop(1); // the line end before "---"
+    const QByteArray repeated = parts[1].toUtf8();
+    const QByteArray text =
+        parts[0].toUtf8() + repeated.repeated(1'000'000 / repeated.size()) + parts[2].toUtf8();
     QVERIFY(readContent(text).readable);
+    QCOMPARE(brokenFormatProperty(text), QString());
+}
+
+void TestFormat::manySections()
+{
+    QByteArray text;
+    for (int i = 0; i < 100'000; ++i)
+        text += "[s" + QByteArray::number(i) + "]\nmode=1\n";
     QCOMPARE(brokenFormatProperty(text), QString());
 }
 
