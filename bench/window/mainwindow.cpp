@@ -96,6 +96,8 @@ void MainWindow::connectBoard()
     connect(m_sticks, &StickPanel::unplugWanted, &m_board, &Board::unplug);
     connect(m_tests, &TestPanel::dataSeen, &m_board, &Board::reportData);
     connect(m_backlight, &BacklightPanel::nightChosen, m_screen, &ScreenView::setNight);
+    // Qt's own style leaves no room beside a text that is longer than the least width of a button.
+    setStyleSheet(QStringLiteral("QPushButton { padding: 0.25em 1em }"));
     const QList<QPushButton *> buttons = findChildren<QPushButton *>();
     for (QPushButton *button : buttons)
         connect(button, &QPushButton::clicked, m_error, &QLabel::hide);
