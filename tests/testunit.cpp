@@ -129,6 +129,8 @@ void TestUnit::unplug(const QString &stick)
 
 void TestUnit::unplugFromHook(const QString &stick)
 {
+    if (QThread::currentThread() == hand.thread())
+        return unplug(stick);
     std::unique_lock<std::mutex> lock(mutex);
     toUnplug = stick;
     QCoreApplication::postEvent(&hand, new QEvent(QEvent::User));

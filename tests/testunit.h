@@ -28,8 +28,8 @@ public:
                       const QString &stickName = "stick");
     void plug(const QString &stick);
     void unplug(const QString &stick);
-    /// For a hook before a call (see HeadUnit::setBeforeCall()), in the worker thread: has the
-    /// main thread unplug @p stick and waits until it has.
+    /// For a hook before a call (see HeadUnit::setBeforeCall()), in any thread: has the main
+    /// thread unplug @p stick and waits until it has.
     void unplugFromHook(const QString &stick);
 
     /// The next unit on the line: new data, the same folders. The module must have ended.

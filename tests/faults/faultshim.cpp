@@ -116,13 +116,15 @@ int openFile(int at, const char *path, int flags, va_list arguments)
 
 /**
  * FAULT_DIRECTORIES names what is watched, FAULT_CUT the point at which the process ends:
- * every call that changes storage is one, the middle of a write is another. FAULT_FAT: like FAT.
+ * every call that changes storage is one, the middle of a write is another. FAULT_FAT is 1 for a
+ * stick with FAT.
  */
 bool watchAsTheEnvironmentSays()
 {
     const char *const directories = std::getenv("FAULT_DIRECTORIES");
     const char *const point = std::getenv("FAULT_CUT");
-    if (directories == nullptr || point == nullptr)
+    const char *const fat = std::getenv("FAULT_FAT");
+    if (directories == nullptr || point == nullptr || fat == nullptr)
         return false;
     const auto judge = [cutPoint = std::atoi(point)](const char *call) -> Verdict {
         static std::atomic<int> count{0};
@@ -132,7 +134,7 @@ bool watchAsTheEnvironmentSays()
             return {Verdict::TornCut, 0};
         return {};
     };
-    faults::watch(directories, judge, std::getenv("FAULT_FAT") != nullptr);
+    faults::watch(directories, judge, std::atoi(fat) != 0);
     unsetenv("LD_PRELOAD"); // the shell commands of the process are not its own calls
     return true;
 }

@@ -10,7 +10,6 @@
 #include <QProcess>
 #include <QRandomGenerator>
 #include <QSettings>
-#include <QThread>
 #include <QtTest>
 
 #include <filesystem>
@@ -149,7 +148,7 @@ public:
     /// Switches the next unit on and cuts it at @p cutPoint.
     End cutNext(int cutPoint)
     {
-        cuts << cutPoint;
+        cuts << QString::number(cutPoint);
         units << "unit" + QString::number(units.size());
         return run(units.last(), cutPoint);
     }
@@ -178,13 +177,8 @@ public:
         return lost;
     }
 
-    QStringList cutPoints() const
-    {
-        QStringList points;
-        for (const int cut : cuts)
-            points << QString::number(cut);
-        return points;
-    }
+    /// The points at which units were cut.
+    const QStringList &cutPoints() const { return cuts; }
 
     QString errors; ///< How the last unit ended, and what it wrote to its log.
 
@@ -194,29 +188,19 @@ private:
     {
         QDir(folder.path()).mkdir(unit);
         QProcess bench;
-        bench.setProcessEnvironment(environment(unit, cutPoint));
         bench.setStandardOutputFile(QProcess::nullDevice());
-        bench.start(BENCH_PROGRAM,
-                    {"--unit", folder.filePath(unit), "--stick", folder.filePath("stick"),
-                     "--unplug-when-done"});
+        const QString stick = folder.filePath("stick");
+        bench.start("env",
+                    {"LD_PRELOAD=" SHIM_LIBRARY, QString("FAULT_FAT=%1").arg(likeFat),
+                     "FAULT_DIRECTORIES=" + stick + ':' + folder.filePath(unit),
+                     QString("FAULT_CUT=%1").arg(cutPoint), BENCH_PROGRAM, "--unit",
+                     folder.filePath(unit), "--stick", stick, "--unplug-when-done"});
         const bool ended = bench.waitForFinished(hangLimit);
         errors = QString::fromUtf8(bench.readAllStandardError()) + (ended ? "" : "hangs");
         const bool exited = bench.exitStatus() == QProcess::NormalExit;
         if (ended && exited && bench.exitCode() == 0)
             return Completed;
         return ended && !exited && bench.exitCode() == SIGKILL ? Cut : Broken;
-    }
-
-    QProcessEnvironment environment(const QString &unit, int cutPoint) const
-    {
-        QProcessEnvironment result = QProcessEnvironment::systemEnvironment();
-        result.insert("LD_PRELOAD", SHIM_LIBRARY);
-        result.insert("FAULT_DIRECTORIES", folder.filePath("stick") + ':' + folder.filePath(unit));
-        result.insert("FAULT_CUT", QString::number(cutPoint));
-        if (likeFat)
-            result.insert("FAULT_FAT", "1");
-        result.insert("ASAN_OPTIONS", result.value("ASAN_OPTIONS") + ":verify_asan_link_order=0");
-        return result;
     }
 
     int checkPool(const QString &name, int taken, Figures &figures) const
@@ -241,7 +225,7 @@ private:
     QString stickFile() const { return folder.filePath("stick/" + configName); }
 
     QTemporaryDir folder;
-    QVector<int> cuts; ///< The points at which units were cut.
+    QStringList cuts;
     const bool likeFat;
     QStringList units;
 };
@@ -560,9 +544,7 @@ void TestFaults::pulledAtEveryStep()
             if (++count != point)
                 return {};
             pullStick(pull, path, mount);
-            if (reportedAtOnce && QThread::currentThread() == thread())
-                unit.unplug(path);
-            else if (reportedAtOnce)
+            if (reportedAtOnce)
                 unit.unplugFromHook(path);
             lastStep.start();
             return {};
@@ -754,6 +736,8 @@ int main(int argc, char **argv)
     if (qEnvironmentVariableIsEmpty("TMPDIR") && QFileInfo("/dev/shm").isWritable())
         qputenv("TMPDIR", "/dev/shm");
 
+    qputenv("ASAN_OPTIONS",
+            qgetenv("ASAN_OPTIONS") + ":verify_asan_link_order=0"); // of the benches
     if (isExhaustive())
         qputenv("QTEST_FUNCTION_TIMEOUT", "7200000"); // ms
     QLoggingCategory::setFilterRules("default.debug=false");
