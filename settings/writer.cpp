@@ -183,13 +183,16 @@ QString nameWithSeparator(QStringView name)
     return line;
 }
 
-/// Whether the text comes back as it is, as the last item of a value or before another one.
-bool standsBare(const QString &text, bool isLast)
+/// Whether the text comes back as it is from an item that is followed by another one, by the
+/// line's comment or by nothing.
+bool standsBare(const QString &text, bool isLast, bool hasComment)
 {
-    const QString line = QLatin1Char('=') + text + (isLast ? QLatin1String() : itemSeparator);
+    const bool beforeComment = isLast && hasComment;
+    const QLatin1String behind = beforeComment ? QLatin1String(" ;") : QLatin1String();
+    const QString line = QLatin1Char('=') + text + (isLast ? behind : itemSeparator);
     const KeyLine read = scanKeyLine(QStringView(line).trimmed());
-    return !read.danglingBackslash && read.comment.isEmpty() && read.commas.size() == !isLast
-        && texts(read.value()).constFirst() == text;
+    return !read.danglingBackslash && read.comment.isEmpty() != beforeComment
+        && read.commas.size() == !isLast && texts(read.value()).constFirst() == text;
 }
 
 QString quoted(const QString &text)
@@ -197,12 +200,12 @@ QString quoted(const QString &text)
     return QLatin1Char('"') + text + QLatin1Char('"');
 }
 
-QString valueText(const QVariant &value, Layout layout)
+QString valueText(const QVariant &value, Layout layout, bool hasComment)
 {
     QStringList items = texts(value);
     if (layout == Layout::Quoted) {
         for (int i = 0; i < items.size(); ++i) {
-            if (!standsBare(items[i], i + 1 == items.size()))
+            if (!standsBare(items[i], i + 1 == items.size(), hasComment))
                 items[i] = quoted(items[i]);
         }
     }
@@ -210,11 +213,11 @@ QString valueText(const QVariant &value, Layout layout)
 }
 
 /// The key's line without its comment.
-QString keyText(QStringView name, const QVariant &value, Layout layout)
+QString keyText(QStringView name, const QVariant &value, Layout layout, bool hasComment)
 {
     if (isBareValue(value) && layout == Layout::Bare)
         return name.toString();
-    return nameWithSeparator(name) + valueText(value, layout);
+    return nameWithSeparator(name) + valueText(value, layout, hasComment);
 }
 
 /**
@@ -283,7 +286,7 @@ private:
             return;
         // No text of a file is read as such a value, so there is none that could be kept.
         const Place place = usualPlace(entry.key);
-        writeLine(place, keyText(place.name, entry.value, Layout::Bare));
+        writeLine(place, keyText(place.name, entry.value, Layout::Bare, false));
     }
 
     /// Writes the ordinary key, whose line needs no asking. Returns false when this is none.
@@ -333,7 +336,7 @@ private:
     bool tryLine(const Place &place, const Entry &entry)
     {
         for (const Layout layout : {Layout::Bare, Layout::Quoted}) {
-            QString line = keyText(place.name, entry.value, layout);
+            QString line = keyText(place.name, entry.value, layout, !entry.comment.isEmpty());
             appendComment(line, 0, entry.comment);
             if (comesBack(place, line, entry)) {
                 writeLine(place, line);
@@ -392,7 +395,7 @@ private:
     void writeBareSpecial(const Entry &entry)
     {
         const Place place = usualPlace(entry.key);
-        QString line = keyText(place.name, entry.value, Layout::Quoted);
+        QString line = keyText(place.name, entry.value, Layout::Quoted, !entry.comment.isEmpty());
         appendComment(line, 0, entry.comment);
         writeLine(place, line);
     }
