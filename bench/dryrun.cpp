@@ -1,10 +1,13 @@
 #include "dryrun.h"
 
+#include "pools.h"
+
 #include <configurationfiles.h>
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QStorageInfo>
 
 using namespace production;
 
@@ -38,6 +41,7 @@ bool DryRun::redirect(Options &options, QString *error)
     };
 
     for (QString &stick : options.sticks) {
+        lookAtStick(stick);
         if (!takeCopy(stick, namesOnStick()))
             return false;
     }
@@ -48,6 +52,23 @@ bool DryRun::redirect(Options &options, QString *error)
         return false;
     options.unplugWhenDone = true;
     return true;
+}
+
+/// A copy can be written to, and has room, even where its original has not.
+void DryRun::lookAtStick(const QString &stick)
+{
+    const QString file = configurationFileOn(stick);
+    if (file.isEmpty() || isSystemFile(file))
+        return;
+    const QStorageInfo storage(stick);
+    if (storage.isReadOnly() || !QFileInfo(stick).isWritable())
+        m_cautions.append(tr("%1 cannot be written to: what a unit takes stays in its pools, and "
+                             "the next one takes it again.")
+                              .arg(stick));
+    else if (storage.bytesAvailable() < QFileInfo(file).size())
+        m_cautions.append(tr("%1 has no room for the rewrite: what a unit takes stays in its "
+                             "pools, and the next one takes it again.")
+                              .arg(stick));
 }
 
 bool DryRun::copyFiles(const QString &from, const QStringList &names, const QString &to,

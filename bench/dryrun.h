@@ -3,6 +3,7 @@
 #include "options.h"
 
 #include <QCoreApplication>
+#include <QStringList>
 #include <QTemporaryDir>
 
 namespace bench {
@@ -22,11 +23,16 @@ public:
      */
     bool redirect(Options &options, QString *error);
 
+    /// Sentences on what the sticks themselves would not have let happen.
+    const QStringList &cautions() const { return m_cautions; }
+
 private:
+    void lookAtStick(const QString &stick);
     bool copyFiles(const QString &from, const QStringList &names, const QString &to,
                    QString *error) const;
 
     QTemporaryDir m_folder;
+    QStringList m_cautions;
 };
 
 } // namespace bench

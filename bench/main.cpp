@@ -2,6 +2,7 @@
 #include "dryrun.h"
 #include "flash.h"
 #include "options.h"
+#include "quitsignals.h"
 #include "screenplugin.h"
 #include "terminalrun.h"
 #include "translations.h"
@@ -11,6 +12,7 @@
 #include <QPluginLoader>
 #include <QTimer>
 
+#include <csignal>
 #include <cstdio>
 #include <fcntl.h>
 #include <unistd.h>
@@ -43,6 +45,14 @@ void prepareApplication()
     production::loadTranslation(QStringLiteral("production-bench"));
 }
 
+void announce(const DryRun &copies)
+{
+    puts(qUtf8Printable(
+        QCoreApplication::translate("Bench", "Dry run: on copies, of which nothing stays.")));
+    for (const QString &caution : copies.cautions())
+        puts(qUtf8Printable(caution));
+}
+
 /// A journal holds the module's texts, and they are the same in every language.
 void loadModuleTexts(const Options &options)
 {
@@ -58,6 +68,9 @@ int run(const Options &options)
     if (!run.open(&error))
         return refuse(error);
     QObject::connect(&run, &TerminalRun::over, qApp, &QCoreApplication::exit);
+    const QuitSignals quitSignals;
+    QObject::connect(&quitSignals, &QuitSignals::received, &run,
+                     [&run] { run.execute(QStringLiteral("quit")); });
     CommandInput input;
     // A stick that a line plugs would be no copy.
     if (!options.dryRun)
@@ -80,6 +93,8 @@ int runWindow(int &argc, char **argv, const Options &options, const QString &lib
     const auto application = screen->makeApplication(argc, argv);
     prepareApplication();
     loadModuleTexts(options);
+    const QuitSignals quitSignals;
+    QObject::connect(&quitSignals, &QuitSignals::received, qApp, &QCoreApplication::quit);
     return screen->run(options);
 }
 
@@ -88,6 +103,8 @@ int runWindow(int &argc, char **argv, const Options &options, const QString &lib
 int main(int argc, char *argv[])
 {
     openStandardStreams();
+    // A reader of the output that goes away does not end the unit in the middle of its pass.
+    std::signal(SIGPIPE, SIG_IGN);
     Options options;
     QString screenPath;
     {
@@ -107,8 +124,7 @@ int main(int argc, char *argv[])
         if (options.dryRun && !copies.redirect(options, &error))
             return refuse(error);
         if (options.dryRun)
-            puts(qUtf8Printable(QCoreApplication::translate(
-                "Bench", "Dry run: on copies, of which nothing stays.")));
+            announce(copies);
         // Before anything else: it takes a process without further threads.
         if (!options.flash.isEmpty() && !mountFlash(options.flash, &error))
             return refuse(error);

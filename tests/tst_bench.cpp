@@ -48,6 +48,7 @@ private slots:
     void linesOfInputAct_data();
     void linesOfInputAct();
     void passThatNeverEndsTimesOut();
+    void signalLeavesNothingBehind();
 
 private:
     QString path(const char *name) const { return m_folder->filePath(name); }
@@ -226,6 +227,23 @@ void BenchTest::passThatNeverEndsTimesOut()
     const Outcome outcome = run("--stick stick --timeout=1");
     QCOMPARE(outcome.exitCode, 3);
     QVERIFY(outcome.out.contains("ended"));
+}
+
+void BenchTest::signalLeavesNothingBehind()
+{
+    const QTemporaryDir temporary;
+    QProcess bench;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("TMPDIR", temporary.path());
+    bench.setProcessEnvironment(environment);
+    bench.start(BENCH_PROGRAM, {"--stick", path("stick")});
+    while (!bench.peek(1 << 16).contains("CAN bus on"))
+        QVERIFY(bench.waitForReadyRead());
+    QVERIFY(!QDir(temporary.path()).isEmpty()); // the data of a unit without a name
+    bench.terminate();
+    QVERIFY(bench.waitForFinished());
+    QCOMPARE(bench.exitCode(), 0);
+    QVERIFY(QDir(temporary.path()).isEmpty());
 }
 
 QTEST_GUILESS_MAIN(BenchTest)

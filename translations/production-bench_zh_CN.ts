@@ -18,6 +18,14 @@
         <source>%1 cannot be copied for the dry run.</source>
         <translation>无法为试运行复制 %1。</translation>
     </message>
+    <message>
+        <source>%1 cannot be written to: what a unit takes stays in its pools, and the next one takes it again.</source>
+        <translation>%1 无法写入：车机取走的值仍留在池中，下一台会再次取到。</translation>
+    </message>
+    <message>
+        <source>%1 has no room for the rewrite: what a unit takes stays in its pools, and the next one takes it again.</source>
+        <translation>%1 没有改写文件所需的空间：车机取走的值仍留在池中，下一台会再次取到。</translation>
+    </message>
 </context>
 <context>
     <name>Flash</name>
