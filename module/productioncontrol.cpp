@@ -13,6 +13,7 @@
 #include <QCoreApplication>
 #include <QEvent>
 #include <QFile>
+#include <QPointer>
 #include <QStringList>
 #include <QThread>
 
@@ -87,8 +88,10 @@ void ProductionControl::checkUSB()
     CONTROL_LOG() << __func__;
     if (worker != nullptr)
         return;
-    // A pass that an earlier control object has let go: two at once could take two serials.
-    const bool busy = ProductionObject::ins != nullptr;
+    // A pass that an earlier control object has let go: two at once could take two serials. A
+    // worker that is back in this thread only waits to be deleted.
+    const ProductionObject *const earlier = ProductionObject::ins;
+    const bool busy = earlier != nullptr && earlier->thread() != thread();
     const QString flashPath = flashFile();
     const QStringList devices =
         UsbControl::getInstance()->getMountDeviceByType(MediaTypeUsbStorage);
@@ -234,19 +237,30 @@ void ProductionControl::onDeviceUnmounted(MediaType mt, QString dev)
         return;
     // The leave is carried out here and now, so what the pass has queued would come after it: a
     // test mode would stay on, and the closing pop-up would not be the last.
-    worker->setLeave([this] { QCoreApplication::sendPostedEvents(this, QEvent::MetaCall); });
+    worker->setLeave([this] { deliverQueued(); });
 }
 
 void ProductionControl::onFinished()
 {
     CONTROL_LOG() << __func__;
+    const QPointer<ProductionControl> self(this); // pop-ups may let the host delete it
     if (workerThread != nullptr)
         stopWorkerThread();
+    deliverQueued();
+    if (self.isNull())
+        return;
     if (worker != nullptr && !worker->isSystemPass() && worker->isNeedLeave()) {
         TipDialog::showMessage(tr("The USB is unplugged, it has exited production mode."),
                                controlMessage, false);
     }
-    deleteLater();
+    if (!self.isNull())
+        deleteLater();
+}
+
+/// What the worker has sent is handled before what follows it.
+void ProductionControl::deliverQueued()
+{
+    QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
 }
 
 void ProductionControl::stopWorkerThread()

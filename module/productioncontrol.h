@@ -71,6 +71,7 @@ private:
     void connectCanbus();
     void connectMcu();
     void showTestPassed();
+    void deliverQueued();
     void stopWorkerThread();
     void releaseWorkerThread();
 

@@ -46,6 +46,9 @@ signals:
     /// A device of type @p mt was mounted at the directory @p dev.
     void deviceMounted(MediaType mt, QString dev);
 
-    /// The device of type @p mt that was mounted at @p dev is gone; @p dev as it was reported.
+    /**
+     * The device of type @p mt that was mounted at @p dev is gone; @p dev as it was reported. It is
+     * no longer among those of getMountDeviceByType() when this is emitted.
+     */
     void deviceUnmounted(MediaType mt, QString dev);
 };

@@ -13,6 +13,7 @@
 #include <QtTest>
 
 #include <atomic>
+#include <functional>
 #include <thread>
 
 namespace {
@@ -26,6 +27,8 @@ const QString testPassed =
 
 QString flashDirectory; ///< Stands for the unit's flash; empty when the kernel refused.
 QString flashError;
+
+std::function<void(const QString &)> afterFound; ///< Called in the thread that looked.
 
 /// What the modules of the interface tests were told: "canbus(true,28) mcu(false)".
 QString testModeCalls(const TestUnit &unit)
@@ -41,6 +44,15 @@ QString testModeCalls(const TestUnit &unit)
 }
 
 } // namespace
+
+/// Takes the place of Qt's, for a hand in between a look for a file and what comes of it.
+bool QFile::exists(const QString &name)
+{
+    const bool found = QFileInfo::exists(name);
+    if (found && afterFound)
+        afterFound(name);
+    return found;
+}
 
 /// The life of the module: what starts it, what ends it, and that it always ends as a whole.
 class TestControl : public QObject
@@ -60,6 +72,9 @@ private slots:
     void interfaceTestPopUp_data();
     void interfaceTestPopUp();
     void secondCheckDoesNothing();
+    void unpluggedAsItIsFound();
+    void startedAgainAtItsEnd();
+    void destroyedByClosingPopUp();
     void destroyedDuringPass();
     void startOnlyWhenReady_data();
     void startOnlyWhenReady();
@@ -225,6 +240,48 @@ void TestControl::secondCheckDoesNothing()
     QVERIFY(unit.waitForPass());
     QCOMPARE(unit.calls().size(), before);
     QCOMPARE(ProductionObject::ins.load(), worker);
+}
+
+void TestControl::unpluggedAsItIsFound()
+{
+    TestUnit unit;
+    const QString stick = plugFile(unit, btFile);
+    afterFound = [&](const QString &name) {
+        if (name == stick + "/production.ini")
+            unit.unplugFromHook(stick);
+    };
+    const auto noMore = qScopeGuard([] { afterFound = nullptr; });
+    unit.startModule();
+    QVERIFY(unit.waitForEnd());
+    QCOMPARE(unit.popUps(), QStringList(unplugged));
+}
+
+void TestControl::startedAgainAtItsEnd()
+{
+    TestUnit unit;
+    const QString stick = plugFile(unit, "[FactorySettings]\nmode=1\nkey=1\n");
+    const QPointer<ProductionControl> first = unit.startModule();
+    while (!first.isNull()) // no further, as the worker still waits for its deletion
+        QCoreApplication::processEvents(QEventLoop::AllEvents);
+    unit.startModule();
+    QVERIFY(unit.waitForEnd());
+    QCOMPARE(unit.calls(bench::calls::saveData).size(), 2);
+}
+
+void TestControl::destroyedByClosingPopUp()
+{
+    TestUnit unit;
+    const QString stick = plugFile(unit, btFile);
+    const QPointer<ProductionControl> control = unit.startModule();
+    QVERIFY(unit.waitForPass());
+    unit.headUnit().setBeforeCall([&](const bench::Call &call) {
+        if (callText(call).contains("unplugged"))
+            delete control;
+    });
+    unit.unplug(stick);
+    QVERIFY(control.isNull());
+    QVERIFY(unit.waitForEnd());
+    unit.headUnit().setBeforeCall({});
 }
 
 void TestControl::destroyedDuringPass()

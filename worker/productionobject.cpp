@@ -6,6 +6,8 @@
 
 #include <datasavecontrol.h>
 
+#include <QPointer>
+
 #include <cstdlib>
 
 std::atomic<ProductionObject *> ProductionObject::ins{nullptr};
@@ -61,9 +63,11 @@ void ProductionObject::setLeave(const std::function<void()> &beforeLeaving)
     needLeave = true;
     if (state != Done)
         return;
+    const QPointer<ProductionObject> self(this); // the host may end everything meanwhile
     if (beforeLeaving)
         beforeLeaving();
-    leaveProductionModel();
+    if (!self.isNull())
+        leaveProductionModel();
 }
 
 void ProductionObject::leaveProductionModel()

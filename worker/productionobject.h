@@ -64,7 +64,8 @@ public:
      * Requests to leave production mode; for the UI thread.
      *
      * In Done this leaves at once, with the signals of leaving emitted in the calling thread, right
-     * after a call of @p beforeLeaving; the pass has emitted all of its signals by then. A pass
+     * after a call of @p beforeLeaving; the pass has emitted its test-mode signals by then, and its
+     * results. A pass
      * that is running leaves by itself at its next check, one that is Ready does not begin.
      */
     void setLeave(const std::function<void()> &beforeLeaving = {});
@@ -123,6 +124,7 @@ private:
 
     bool findConfiguration();
     void setConfiguration(const QString &device, const QString &file);
+    void leaveIfGone(const QString &device);
     void setProductionMode(bool on);
 
     void exeProductionMode();

@@ -23,6 +23,13 @@ enum PassMessage {
 /// QSettings keeps at most ten closed files in its cache.
 constexpr int settingsCacheSize = 10;
 
+/// Whether opening the file could block for ever, or its text never end: a pipe, a device.
+bool isNoFile(const QString &path)
+{
+    const QFileInfo info(path);
+    return info.exists() && !info.isFile();
+}
+
 /**
  * Only the unit that holds the stick can be rewriting its file, so a lock found before the file is
  * opened was left by a unit whose rewrite was cut off. QSettings would wait for half a minute until
@@ -63,11 +70,21 @@ bool ProductionObject::findConfiguration()
             const QString candidate = filePath(device, name);
             if (QFile::exists(candidate)) {
                 setConfiguration(device, candidate);
+                leaveIfGone(device);
                 return true;
             }
         }
     }
     return false;
+}
+
+/// The going of @p device concerned nobody as long as it was not known that the file is on it.
+void ProductionObject::leaveIfGone(const QString &device)
+{
+    const QStringList devices =
+        UsbControl::getInstance()->getMountDeviceByType(MediaTypeUsbStorage);
+    if (!devices.contains(device))
+        needLeave = true;
 }
 
 void ProductionObject::setConfiguration(const QString &device, const QString &file)
@@ -129,6 +146,8 @@ QString ProductionObject::configName() const
 std::unique_ptr<QSettings> ProductionObject::openConfiguration(HeldDirectory &directory)
 {
     lastRead = LastRead::None;
+    if (isNoFile(directory.filePath(configName())))
+        return std::make_unique<QSettings>(QStringLiteral("/dev/null"), settingsFormat);
     for (int tries = 0;; ++tries) {
         const QString path = directory.filePath(configName());
         auto settings = std::make_unique<QSettings>(path, settingsFormat);
@@ -189,7 +208,7 @@ void ProductionObject::writeCompletionMarker(const HeldDirectory &device,
                                              const QStringList &provisioned)
 {
     QFile marker(device.filePath(completionMarkerName()));
-    if (!marker.open(QIODevice::Append))
+    if (isNoFile(marker.fileName()) || !marker.open(QIODevice::Append))
         return;
     marker.write(provisioned.join(QLatin1String(", ")).toLatin1() + "\r\n");
     marker.close();

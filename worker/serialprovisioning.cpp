@@ -67,11 +67,13 @@ void ProductionObject::removeFromPool(const SerialGroup &group, const QString &v
                  QFile::exists(path) ? "its lock cannot be removed" : "it is gone");
         return;
     }
+    const qint64 sizeBefore = QFileInfo(path).size();
     settings.beginGroup(group.name);
     settings.remove(value);
     settings.endGroup();
     settings.sync();
-    if (settings.status() != QSettings::NoError) {
+    // An error of an earlier rewrite stays in the status, and this one then takes both values out.
+    if (settings.status() != QSettings::NoError && QFileInfo(path).size() == sizeBefore) {
         qWarning("%s: not rewritten, %s still stands in its pool (QSettings status %d)",
                  qUtf8Printable(configPath), qUtf8Printable(value), int(settings.status()));
     }

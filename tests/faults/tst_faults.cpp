@@ -92,6 +92,9 @@ int serialNumber(const QVariant &stored)
     return stored.toString().isEmpty() ? -1 : stored.toString().mid(1).toInt();
 }
 
+const QString unreadable = "the file is neither old nor new";
+const QString duplicate = "given twice";
+
 /// What the runs of one row have shown.
 class Figures
 {
@@ -107,6 +110,8 @@ public:
         if (!holds)
             faults << run + ": " + otherwise;
     }
+
+    int count(const QString &fault) const { return faults.filter(fault).size(); }
 
     /// Prints the row's figures and fails the test when there was a fault.
     void report(const QString &text) const
@@ -169,7 +174,7 @@ public:
     int check(Figures &figures) const
     {
         const std::optional<Taken> taken = takenFrom(readFile(stickFile()));
-        figures.demand(taken.has_value(), "the file is neither old nor new");
+        figures.demand(taken.has_value(), unreadable);
         if (!taken)
             return 0;
         const int lost = checkPool("SN", taken->sn, figures) + checkPool("SK", taken->sk, figures);
@@ -209,7 +214,7 @@ private:
         for (const QString &unit : units) {
             const int number = serial(unit, name);
             figures.demand(!stored.contains(number) && number < taken,
-                           QString("%1 %2 given twice").arg(name).arg(number));
+                           QString("%1 %2 ").arg(name).arg(number) + duplicate);
             if (number >= 0)
                 stored.insert(number);
         }
@@ -396,7 +401,10 @@ void TestFaults::everyCut()
     QFETCH(int, units);
     Figures figures;
     const int lost = cutAtEveryPoint(Line(likeFat), units, step(units == 1 ? 7 : 18), figures);
-    figures.report(QString("%1 serials lost").arg(lost));
+    figures.report(QString("%1 duplicates, %2 unreadable files, %3 serials lost")
+                       .arg(figures.count(duplicate))
+                       .arg(figures.count(unreadable))
+                       .arg(lost));
 }
 
 void TestFaults::everyError_data()
@@ -561,8 +569,7 @@ void TestFaults::pulledAtEveryStep()
         figures.demand(!DataSaveControl::productionMode, "production mode is still on");
         const QStringList popUps = unit.popUps();
         const int closing = popUps.count(closingPopUp);
-        // A pass that finds nothing more on a stick ends by itself: the going may be reported after
-        // that, or before the pass has said on which stick its file is.
+        // A pass that finds nothing more on its stick may end by itself before the going is reported.
         const bool byItself = popUps.filter(QRegularExpression("^8 ")).size() == 1;
         figures.demand(closing == 1 || (closing == 0 && byItself), popUps.join(" | "));
     }
