@@ -569,7 +569,8 @@ void TestFaults::pulledAtEveryStep()
         figures.demand(!DataSaveControl::productionMode, "production mode is still on");
         const QStringList popUps = unit.popUps();
         const int closing = popUps.count(closingPopUp);
-        // A pass that finds nothing more on its stick may end by itself before the going is reported.
+        // A pass that finds nothing more on its stick may end by itself before the going is
+        // reported.
         const bool byItself = popUps.filter(QRegularExpression("^8 ")).size() == 1;
         figures.demand(closing == 1 || (closing == 0 && byItself), popUps.join(" | "));
     }
