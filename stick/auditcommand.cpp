@@ -1,6 +1,5 @@
 #include "audit.h"
 #include "commands.h"
-#include "progress.h"
 #include "texts.h"
 
 #include <QJsonArray>
@@ -11,7 +10,7 @@ namespace {
 
 QString placeText(const Place &place)
 {
-    const QString where = place.file + QLatin1Char(':') + QString::number(place.line);
+    const QString where = printable(place.file) + QLatin1Char(':') + QString::number(place.line);
     return place.done ? Texts::tr("done in %1").arg(where) : Texts::tr("free in %1").arg(where);
 }
 
@@ -42,12 +41,13 @@ void printAsText(const AuditResult &result, Console &console)
     for (const DoubtfulLine &line : result.torn)
         console.print(Texts::tr("%1 %2:%3: \"%4\"")
                           .arg(console.styled(Texts::tr("torn").leftJustified(10), Console::Red),
-                               line.file, QString::number(line.line), printable(line.text)));
+                               printable(line.file), QString::number(line.line),
+                               printable(line.text)));
     for (const QString &file : result.unreadable)
         console.print(
             Texts::tr("%1 %2: no unit can read it, see production-stick check")
                 .arg(console.styled(Texts::tr("unreadable").leftJustified(10), Console::Red),
-                     file));
+                     printable(file)));
     for (int group = 0; group < SerialGroupCount; ++group) {
         const SerialAudit &audit = result.groups[size_t(group)];
         const QLatin1String name = serialGroup(group).name;
@@ -110,10 +110,8 @@ QJsonObject toJson(const AuditResult &result)
 
 ExitCode runAudit(const Arguments &arguments, Console &console)
 {
-    const AuditResult result = [&] {
-        const Progress progress(Texts::tr("reading the sticks"));
-        return audit(arguments.paths, arguments.issued);
-    }();
+    console.showProgress(Texts::tr("reading the sticks"));
+    const AuditResult result = audit(arguments.paths, arguments.issued);
     if (arguments.json)
         console.print(toJson(result));
     else

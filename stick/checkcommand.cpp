@@ -1,5 +1,4 @@
 #include "commands.h"
-#include "progress.h"
 #include "texts.h"
 
 #include <QJsonArray>
@@ -54,7 +53,7 @@ QString summaryText(const CheckedFile &file)
         parts.append(Texts::tr("%n warning(s)", nullptr, tally.warnings));
     if (tally.notes > 0)
         parts.append(Texts::tr("%n note(s)", nullptr, tally.notes));
-    QString text = file.file + QLatin1String(": ") + parts.join(QLatin1String(", "));
+    QString text = printable(file.file) + QLatin1String(": ") + parts.join(QLatin1String(", "));
     if (file.omitted > 0)
         text += QLatin1Char(' ')
             + Texts::tr("(%n not shown; --limit 0 shows all)", nullptr, file.omitted);
@@ -121,32 +120,32 @@ void printAsText(const CheckResult &result, Console &console)
 {
     for (const CheckedFile &file : result.files) {
         for (const Finding &finding : file.findings)
-            console.print(findingLine(finding, console));
+            console.print(findingLine(finding, &console));
         console.print(summaryText(file));
     }
 }
 
 } // namespace
 
-QString findingLine(const Finding &finding, const Console &console)
+QString findingLine(const Finding &finding, const Console *console)
 {
-    QString place = finding.file + QLatin1Char(':');
+    const auto styled = [&](const QString &text, Console::Style style) {
+        return console != nullptr ? console->styled(text, style) : text;
+    };
+    QString place = printable(finding.file) + QLatin1Char(':');
     if (finding.line > 0)
         place += QString::number(finding.line) + QLatin1Char(':');
     const Severity level = severity(finding.code);
     return QStringLiteral("%1 %2 %3 [%4]")
-        .arg(console.styled(place, Console::Bold),
-             console.styled(severityText(level) + QLatin1Char(':'), styleOf(level)),
+        .arg(styled(place, Console::Bold),
+             styled(severityText(level) + QLatin1Char(':'), styleOf(level)),
              printable(finding.text), codeName(finding.code));
 }
 
 ExitCode runCheck(const Arguments &arguments, Console &console)
 {
-    const CheckResult result = [&] {
-        const Progress progress(
-            Texts::tr("checking %1").arg(arguments.paths.join(QLatin1String(", "))));
-        return check(arguments.paths, arguments.check);
-    }();
+    console.showProgress(Texts::tr("checking %1").arg(arguments.paths.join(QLatin1String(", "))));
+    const CheckResult result = check(arguments.paths, arguments.check);
     Tally total;
     for (const CheckedFile &file : result.files)
         total += file.tally;

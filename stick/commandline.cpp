@@ -222,8 +222,7 @@ private:
 
 Request refuse(const QString &error, QString &text)
 {
-    text = QStringLiteral("production-stick: %1\n%2\n")
-               .arg(error, Texts::tr("production-stick --help tells the usage."));
+    text = error;
     return Request::Refuse;
 }
 
@@ -239,7 +238,7 @@ Request parseCommand(const CommandInfo &info, const Line &line, const QStringLis
                                  info.name + QLatin1Char(' ') + operands);
 
     if (!parser.parse(arguments))
-        return refuse(parser.errorText() + QLatin1Char('.'), text);
+        return refuse(parser.errorText(), text);
     if (parser.isSet(line.help) || parser.isSet(line.version)) {
         text = parser.isSet(line.help) ? parser.helpText() + QLatin1Char('\n') + exitCodes()
                                        : versionText();

@@ -24,7 +24,7 @@ struct Arguments
 enum class Request {
     Run,
     Show, ///< The text on standard output, for --help and --version.
-    Refuse, ///< The text on standard error.
+    Refuse, ///< The text on standard error; it tells what is wrong.
 };
 
 /**

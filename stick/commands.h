@@ -19,7 +19,7 @@ ExitCode runCheck(const Arguments &arguments, Console &console);
 ExitCode runAudit(const Arguments &arguments, Console &console);
 ExitCode runSplit(const Arguments &arguments, Console &console);
 
-/// One finding as a compiler would print it.
-QString findingLine(const Finding &finding, const Console &console);
+/// One finding as a compiler would print it, in the styles of @p console if there is one.
+QString findingLine(const Finding &finding, const Console *console = nullptr);
 
 } // namespace stick

@@ -1,8 +1,11 @@
 #include "console.h"
 
+#include "progress.h"
+
 #include <QJsonDocument>
 
 #include <cstdio>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace stick {
@@ -13,6 +16,12 @@ bool wantsColour()
 {
     return ::isatty(STDOUT_FILENO) && qEnvironmentVariableIsEmpty("NO_COLOR")
         && qgetenv("TERM") != "dumb";
+}
+
+bool fillsFile()
+{
+    struct stat status = {};
+    return ::fstat(STDOUT_FILENO, &status) == 0 && S_ISREG(status.st_mode);
 }
 
 const char *sequence(Console::Style style)
@@ -40,7 +49,15 @@ const char *sequence(Console::Style style)
 
 Console::Console()
     : m_colour(wantsColour())
+    , m_fillsFile(fillsFile())
 {
+}
+
+Console::~Console() = default;
+
+void Console::showProgress(const QString &what)
+{
+    m_progress = std::make_unique<Progress>(printable(what));
 }
 
 void Console::print(const QString &line)
@@ -55,18 +72,23 @@ void Console::print(const QJsonObject &object)
 
 void Console::write(const QByteArray &bytes)
 {
+    if (!m_fillsFile)
+        m_progress.reset();
     std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout);
 }
 
 void Console::complain(const QString &line)
 {
+    m_progress.reset();
     std::fflush(stdout);
-    std::fprintf(stderr, "%s\n", qUtf8Printable(line));
+    std::fprintf(stderr, "%s\n", qUtf8Printable(printable(line)));
 }
 
 bool Console::finish()
 {
-    return std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
+    const bool complete = std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
+    m_progress.reset();
+    return complete;
 }
 
 QString Console::styled(const QString &text, Style style) const

@@ -1,4 +1,3 @@
-#include "progress.h"
 #include "readablefile.h"
 #include "texts.h"
 
@@ -11,16 +10,14 @@ namespace stick {
 ExitCode runFormat(const Arguments &arguments, Console &console)
 {
     const QString path = arguments.paths.first();
+    console.showProgress(Texts::tr("reading %1").arg(path));
+    const ReadFile file = readLikeUnit(path, console);
+    // A unit does not rewrite what it cannot read.
+    if (file.exitCode != NothingToReport)
+        return file.exitCode;
     QBuffer rewritten;
     rewritten.open(QIODevice::WriteOnly);
-    {
-        const Progress progress(Texts::tr("reading %1").arg(path));
-        const ReadFile file = readLikeUnit(path, console);
-        // A unit does not rewrite what it cannot read.
-        if (file.exitCode != NothingToReport)
-            return file.exitCode;
-        production::writeSettings(rewritten, file.map, file.comments);
-    }
+    production::writeSettings(rewritten, file.map, file.comments);
     console.write(rewritten.data());
     return NothingToReport;
 }

@@ -5,13 +5,11 @@
 
 #include <QLocale>
 
-#include <cstdio>
-
 using namespace stick;
 
 namespace {
 
-ExitCode run(const Arguments &arguments, Console &console)
+ExitCode runCommand(const Arguments &arguments, Console &console)
 {
     switch (arguments.command) {
     case Command::Show:
@@ -24,6 +22,24 @@ ExitCode run(const Arguments &arguments, Console &console)
         return runAudit(arguments, console);
     case Command::Split:
         return runSplit(arguments, console);
+    }
+    return Failed;
+}
+
+ExitCode run(const QStringList &commandLine, Console &console)
+{
+    Arguments arguments;
+    QString text;
+    switch (parseCommandLine(commandLine, arguments, text)) {
+    case Request::Run:
+        return runCommand(arguments, console);
+    case Request::Show:
+        console.write(text.toUtf8());
+        return NothingToReport;
+    case Request::Refuse:
+        console.complain(QLatin1String("production-stick: ") + text);
+        console.complain(Texts::tr("production-stick --help tells the usage."));
+        break;
     }
     return Failed;
 }
@@ -41,15 +57,8 @@ int main(int argc, char *argv[])
     production::loadTranslation(QStringLiteral("qt"));
     production::loadTranslation(QStringLiteral("production-stick"));
 
-    Arguments arguments;
-    QString text;
-    const Request request = parseCommandLine(QCoreApplication::arguments(), arguments, text);
-    if (request != Request::Run) {
-        std::fputs(text.toUtf8().constData(), request == Request::Show ? stdout : stderr);
-        return request == Request::Show ? NothingToReport : Failed;
-    }
     Console console;
-    const ExitCode exitCode = run(arguments, console);
+    const ExitCode exitCode = run(QCoreApplication::arguments(), console);
     if (console.finish())
         return exitCode;
     console.complain(Texts::tr("standard output does not take everything"));

@@ -36,7 +36,8 @@ void Progress::run(const QByteArray &what)
         return;
     do {
         const auto elapsed = duration_cast<seconds>(steady_clock::now() - begin).count();
-        std::fprintf(stderr, "\r%s … %d s", what.constData(), int(elapsed));
+        // Without the line wrap meanwhile the terminal cuts what is too long for it.
+        std::fprintf(stderr, "\r\033[?7l%d s … %s\033[?7h", int(elapsed), what.constData());
     } while (!m_changed.wait_for(lock, seconds(1), isOver));
     std::fputs("\r\033[K", stderr);
 }

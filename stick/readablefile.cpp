@@ -22,7 +22,7 @@ void complainOfFaults(const QString &path, const QByteArray &bytes, Console &con
     for (const Finding &finding : findings.sorted()) {
         if (finding.code == Code::UnclosedSection || finding.code == Code::TrailingBackslash
             || finding.code == Code::TooLarge)
-            console.complain(findingLine(finding, console));
+            console.complain(findingLine(finding));
     }
 }
 

@@ -1,4 +1,3 @@
-#include "progress.h"
 #include "readablefile.h"
 #include "texts.h"
 
@@ -70,10 +69,8 @@ void showAsText(const ReadFile &file, Console &console)
 ExitCode runShow(const Arguments &arguments, Console &console)
 {
     const QString path = arguments.paths.first();
-    const ReadFile file = [&] {
-        const Progress progress(Texts::tr("reading %1").arg(path));
-        return readLikeUnit(path, console);
-    }();
+    console.showProgress(Texts::tr("reading %1").arg(path));
+    const ReadFile file = readLikeUnit(path, console);
     if (file.exitCode == Failed)
         return Failed;
     if (arguments.json)

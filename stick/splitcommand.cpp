@@ -1,4 +1,3 @@
-#include "progress.h"
 #include "readablefile.h"
 #include "split.h"
 #include "texts.h"
@@ -133,22 +132,19 @@ ExitCode runSplit(const Arguments &arguments, Console &console)
 {
     const QString path = arguments.paths.first();
     StickWriter writer(arguments.into, targetName(path));
-    std::optional<std::vector<SettingsMap>> files;
-    {
-        const Progress progress(Texts::tr("splitting %1").arg(path));
-        const ReadFile source = readLikeUnit(path, console);
-        if (source.exitCode != NothingToReport)
-            return source.exitCode;
-        const ScannedFile scanned(source.bytes);
-        QString error;
-        files = splitPools(source.map, poolsOf(scanned), arguments.sticks, error);
-        if (!files || !writer.write(*files, source.comments, error)) {
-            console.complain(files ? error : path + QLatin1String(": ") + error);
-            return Failed;
-        }
+    console.showProgress(Texts::tr("splitting %1").arg(path));
+    const ReadFile source = readLikeUnit(path, console);
+    if (source.exitCode != NothingToReport)
+        return source.exitCode;
+    const ScannedFile scanned(source.bytes);
+    QString error;
+    const auto files = splitPools(source.map, poolsOf(scanned), arguments.sticks, error);
+    if (!files || !writer.write(*files, source.comments, error)) {
+        console.complain(files ? error : path + QLatin1String(": ") + error);
+        return Failed;
     }
     for (size_t i = 0; i < files->size(); ++i)
-        console.print(writer.filePath(i) + QLatin1String(": ") + shares((*files)[i]));
+        console.print(printable(writer.filePath(i)) + QLatin1String(": ") + shares((*files)[i]));
     return NothingToReport;
 }
 
