@@ -81,13 +81,15 @@ void replaceLoneSurrogates(QString &text)
 
 } // namespace
 
-QString decodeText(const QByteArray &bytes)
+QString decodeText(const QByteArray &bytes, bool *cutOff)
 {
     QTextCodec *const utf8 = QTextCodec::codecForName("UTF-8");
     QTextCodec *const codec = QTextCodec::codecForUtfText(bytes, utf8);
     // With a state, a character that the end of the file cuts off is dropped, as in a stream.
     QTextCodec::ConverterState state;
     QString text = codec->toUnicode(bytes.constData(), bytes.size(), &state);
+    if (cutOff != nullptr)
+        *cutOff = state.remainingChars > 0;
     if (codec != utf8)
         replaceLoneSurrogates(text);
     return text;

@@ -16,9 +16,10 @@ constexpr qint64 mostCharacters = qint64(256) * 1024 * 1024;
 /**
  * The text of a production file: UTF-8, or what its byte-order mark says (which is dropped).
  *
- * Bytes that are no text in that encoding become U+FFFD.
+ * Bytes that are no text in that encoding become U+FFFD, except that a character which the end of
+ * @p bytes cuts off is dropped; @p cutOff tells of it.
  */
-QString decodeText(const QByteArray &bytes);
+QString decodeText(const QByteArray &bytes, bool *cutOff = nullptr);
 
 /**
  * Reads the whole of @p device, which is open for reading, into @p map, and the comments of its

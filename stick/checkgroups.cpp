@@ -6,6 +6,8 @@
 #include <groups.h>
 #include <settingsmap.h>
 
+#include <QMap>
+
 using namespace production;
 
 namespace stick {
@@ -29,6 +31,13 @@ const Setting *find(const ScannedFile &file, QLatin1String group, QLatin1String 
     return file.find(group + slash + key);
 }
 
+/// Whether the key @p key, in full, stands in the section @p group and in none below it.
+bool isDirectlyIn(QLatin1String group, const QString &key)
+{
+    return key.startsWith(group) && key.indexOf(slash) == group.size()
+        && key.indexOf(slash, group.size() + 1) < 0;
+}
+
 bool isOn(const ScannedFile &file, const KnownGroup &group)
 {
     const Setting *const mode = find(file, group.name, modeKey);
@@ -45,6 +54,11 @@ bool isNumber(const QVariant &value)
 bool isList(const QVariant &value)
 {
     return value.userType() == QMetaType::QVariantList;
+}
+
+bool isBlank(const QVariant &value)
+{
+    return !isList(value) && value.toString().simplified().isEmpty();
 }
 
 /// The value as a message shows it.
@@ -92,12 +106,19 @@ void checkRange(ValueKind kind, const QString &name, int number, int line, Findi
 
 void checkNumber(ValueKind kind, const QString &name, const Setting &setting, Findings &findings)
 {
-    if (isNumber(setting.value))
-        checkRange(kind, name, setting.value.toInt(), setting.line, findings);
-    else
+    if (!isNumber(setting.value)) {
         findings.add(Code::NotANumber, setting.line,
                      Texts::tr("\"%1\": %2 is no whole number: %3")
                          .arg(name, shown(setting.value), insteadOfNumber(kind)));
+        return;
+    }
+    // QVariant::toInt() is content with 64 bits of a text, and cuts them.
+    const int number = setting.value.toInt();
+    if (const qint64 written = setting.value.toLongLong(); written != number)
+        findings.add(Code::OutOfRange, setting.line,
+                     Texts::tr("\"%1\": %2 has more than 32 bits: the unit reads %3")
+                         .arg(name, QString::number(written), QString::number(number)));
+    checkRange(kind, name, number, setting.line, findings);
 }
 
 void checkStepValues(const QStringList &steps, int line, Findings &findings)
@@ -155,9 +176,20 @@ void checkTextValue(const QString &name, const Setting &setting, Findings &findi
         findings.add(Code::BareSetting, setting.line,
                      Texts::tr("\"%1\" stands without \"=\": the unit reads the text \"%2\"")
                          .arg(name, bareValue()));
-    else if (setting.value.toString().simplified().isEmpty())
+    else if (isBlank(setting.value))
         findings.add(Code::EmptyValue, setting.line,
                      Texts::tr("\"%1\" is empty: the unit does as if it had none").arg(name));
+}
+
+void checkDisplaySize(const QString &name, const Setting &setting, Findings &findings)
+{
+    if (isBlank(setting.value))
+        findings.add(
+            Code::EmptySize, setting.line,
+            Texts::tr("\"%1\" is empty: the unit stores that, and its display size is lost")
+                .arg(name));
+    else
+        checkTextValue(name, setting, findings);
 }
 
 void checkPrefixes(const QString &name, const Setting &setting, Findings &findings)
@@ -187,6 +219,9 @@ void checkValue(ValueKind kind, const QString &name, const Setting &setting,
     case ValueKind::Text:
         checkTextValue(name, setting, findings);
         break;
+    case ValueKind::DisplaySize:
+        checkDisplaySize(name, setting, findings);
+        break;
     case ValueKind::Steps:
         checkSteps(setting, options, findings);
         break;
@@ -196,11 +231,9 @@ void checkValue(ValueKind kind, const QString &name, const Setting &setting,
     }
 }
 
-/// The plain key whose sized form @p name is; empty when it is none.
-QLatin1String sizedKey(const KnownGroup &group, const QString &name)
+/// The plain key whose sized form the panel's key @p name is; empty when it is none.
+QLatin1String plainKey(const QString &name)
 {
-    if (group.name != panel::group)
-        return {};
     for (const QLatin1String plain : {panel::physicalWidth, panel::physicalHeight}) {
         if (name.startsWith(plain) && name != plain)
             return plain;
@@ -208,35 +241,74 @@ QLatin1String sizedKey(const KnownGroup &group, const QString &name)
     return {};
 }
 
-/// Why a sized key will never match; empty when it may.
-QString whyUnmatched(const ScannedFile &file, QLatin1String plainKey, const QString &name)
+/// A key of the panel for one display size.
+struct SizedKey
 {
-    const int open = name.indexOf(QLatin1Char('('));
-    const int close = name.indexOf(QLatin1Char(')'));
-    if (open < 0 || close < open)
+    explicit SizedKey(const Setting &setting)
+        : setting(&setting)
+        , name(setting.key.mid(panel::group.size() + 1))
+        , plain(plainKey(name))
+    {
+        const int open = name.indexOf(QLatin1Char('('));
+        const int close = name.indexOf(QLatin1Char(')'));
+        if (open >= 0 && open < close)
+            size = name.mid(open + 1, close - open - 1);
+    }
+
+    const Setting *setting;
+    QString name;
+    QLatin1String plain; ///< Empty when the key is no sized one.
+    QString size; ///< Null without parentheses.
+};
+
+/// By name, the order in which the unit looks at them.
+QMap<QString, SizedKey> sizedKeys(const ScannedFile &file)
+{
+    QMap<QString, SizedKey> keys;
+    for (const Setting &setting : file.settings) {
+        if (!isDirectlyIn(panel::group, setting.key))
+            continue;
+        const SizedKey key(setting);
+        if (!key.plain.isEmpty())
+            keys.insert(key.name, key);
+    }
+    return keys;
+}
+
+/// Why a sized key will never match; empty when it may.
+QString whyUnmatched(const ScannedFile &file, const SizedKey &key)
+{
+    if (key.size.isNull())
         return Texts::tr("it names no display size in parentheses");
-    const QString size = name.mid(open + 1, close - open - 1);
-    if (size.isEmpty() || size != size.simplified())
-        return Texts::tr("no display size reads \"%1\"").arg(size);
-    if (find(file, panel::group, plainKey) != nullptr)
-        return Texts::tr("\"%1\" is there and wins").arg(plainKey);
+    if (key.size.isEmpty() || key.size != key.size.simplified())
+        return Texts::tr("no display size reads \"%1\"").arg(key.size);
+    if (find(file, panel::group, key.plain) != nullptr)
+        return Texts::tr("\"%1\" is there and wins").arg(key.plain);
     const Setting *const fileSize = find(file, panel::group, panel::size);
     const QString displaySize =
         fileSize != nullptr ? fileSize->value.toString().simplified() : QString();
-    if (!displaySize.isEmpty() && displaySize != size)
+    if (!displaySize.isEmpty() && displaySize != key.size)
         return Texts::tr("the file's own \"%1\" is \"%2\"").arg(panel::size, displaySize);
     return {};
 }
 
-void checkSizedKey(const ScannedFile &file, QLatin1String plainKey, const GroupSetting &key,
-                   Findings &findings)
+void checkSizedKeys(const ScannedFile &file, Findings &findings)
 {
-    const QString why = whyUnmatched(file, plainKey, key.name());
-    if (why.isEmpty())
-        checkNumber(ValueKind::Dimension, key.name(), key.setting, findings);
-    else
-        findings.add(Code::UnmatchedSize, key.setting.line,
-                     Texts::tr("the unit never uses \"%1\": %2").arg(key.name(), why));
+    QMap<QString, QString> winners; // for each plain key with a size
+    const QMap<QString, SizedKey> keys = sizedKeys(file);
+    for (const SizedKey &key : keys) {
+        QString why = whyUnmatched(file, key);
+        QString &winner = winners[key.plain + slash + key.size];
+        if (why.isEmpty() && !winner.isEmpty())
+            why = Texts::tr("\"%1\" is there and wins").arg(winner);
+        if (!why.isEmpty()) {
+            findings.add(Code::UnmatchedSize, key.setting->line,
+                         Texts::tr("the unit never uses \"%1\": %2").arg(key.name, why));
+            continue;
+        }
+        winner = key.name;
+        checkNumber(ValueKind::Dimension, key.name, *key.setting, findings);
+    }
 }
 
 /// A key that the group does not know by name.
@@ -284,16 +356,12 @@ void checkSetting(const ScannedFile &file, const GroupSetting &key, const CheckO
     if (name.contains(slash))
         return checkLowerKey(key, findings);
     const KnownKey *const known = key.group.find(name);
-    const QLatin1String plainKey = sizedKey(key.group, name);
-    if (known == nullptr && plainKey.isEmpty())
+    const bool isSized = key.group.name == panel::group && !plainKey(name).isEmpty();
+    if (known == nullptr && !isSized)
         return checkOtherKey(file, key, findings);
     const bool isUsed = isOn(file, key.group) && file.find(key.setting.key) == &key.setting;
-    if (!isUsed)
-        return;
-    if (known != nullptr)
+    if (known != nullptr && isUsed)
         checkValue(known->kind, name, key.setting, options, findings);
-    else
-        checkSizedKey(file, plainKey, key, findings);
 }
 
 void checkSettings(const ScannedFile &file, const CheckOptions &options, Findings &findings)
@@ -322,9 +390,9 @@ void checkMode(const ScannedFile &file, const KnownGroup &group, int line, Findi
     if (mode == nullptr)
         findings.add(Code::ModeMissing, line,
                      Texts::tr("[%1] has no \"%2\": the group is off").arg(group.name, modeKey));
-    else if (!isNumber(mode->value))
+    else
         checkNumber(ValueKind::Mode, modeKey, *mode, findings);
-    else if (mode->value.toInt() <= 0)
+    if (mode != nullptr && isNumber(mode->value) && mode->value.toInt() <= 0)
         findings.add(Code::ModeOff, mode->line, Texts::tr("[%1] is off").arg(group.name));
 }
 
@@ -357,7 +425,8 @@ void checkUnknownGroup(const QString &name, int line, Findings &findings)
     const QLatin1String meant = nearestGroup(name);
     if (meant.isEmpty())
         findings.add(Code::UnknownGroup, line,
-                     Texts::tr("the unit knows no group [%1] and ignores it").arg(name));
+                     Texts::tr("the unit knows no group [%1] and ignores it")
+                         .arg(sectionName(name + slash)));
     else
         findings.add(Code::MisspeltGroup, line,
                      Texts::tr("the unit ignores the group [%1]; is [%2] meant?").arg(name, meant));
@@ -377,17 +446,20 @@ bool entersAnything(const ScannedFile &file)
 
 void checkGroups(const ScannedFile &file, const CheckOptions &options, Findings &findings)
 {
-    for (auto it = file.groupLines().cbegin(); it != file.groupLines().cend(); ++it) {
-        const KnownGroup *const group = findGroup(it.key());
+    for (const QString &name : file.groups()) {
+        const int line = file.lineOfGroup(name);
+        const KnownGroup *const group = findGroup(name);
         if (group == nullptr) {
-            checkUnknownGroup(it.key(), it.value(), findings);
+            checkUnknownGroup(name, line, findings);
             continue;
         }
-        checkMode(file, *group, it.value(), findings);
+        checkMode(file, *group, line, findings);
         if (isOn(file, *group))
-            checkEffect(file, *group, it.value(), findings);
+            checkEffect(file, *group, line, findings);
     }
     checkSettings(file, options, findings);
+    if (isOn(file, *findGroup(QString(panel::group))))
+        checkSizedKeys(file, findings);
     if (file.isReadable() && !entersAnything(file))
         findings.add(Code::NothingEntered, 0,
                      Texts::tr("no group enters a production item: the unit says so and leaves "

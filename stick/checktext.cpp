@@ -46,9 +46,12 @@ void checkEncoding(const QByteArray &bytes, const QString &text, Findings &findi
     findings.add(Code::NotUtf8, first, what);
 }
 
-QString sectionName(const Header &header)
+void checkEnd(const ScannedFile &file, Findings &findings)
 {
-    return header.prefix.isEmpty() ? QStringLiteral("General") : header.prefix.chopped(1);
+    if (file.endsWithinCharacter())
+        findings.add(Code::NotUtf8, file.text().count(QLatin1Char('\n')) + 1,
+                     Texts::tr("the file ends within a character: the unit drops what is there of "
+                               "it"));
 }
 
 void checkHeaders(const ScannedFile &file, Findings &findings)
@@ -61,11 +64,11 @@ void checkHeaders(const ScannedFile &file, Findings &findings)
         if (header.trailingText)
             findings.add(Code::TextAfterHeader, header.line,
                          Texts::tr("the unit ignores what stands behind [%1] on this line")
-                             .arg(sectionName(header)));
+                             .arg(sectionName(header.prefix)));
         if (header.repeated)
             findings.add(Code::DuplicateSection, header.line,
                          Texts::tr("[%1] was there before: the unit takes both as one section")
-                             .arg(sectionName(header)));
+                             .arg(sectionName(header.prefix)));
     }
 }
 
@@ -102,6 +105,7 @@ void checkText(const QByteArray &bytes, const ScannedFile &file, Findings &findi
 {
     checkMark(bytes, findings);
     checkEncoding(bytes, file.text(), findings);
+    checkEnd(file, findings);
     checkHeaders(file, findings);
     checkLines(file, findings);
     checkDuplicates(file, findings);

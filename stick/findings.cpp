@@ -45,6 +45,7 @@ const CodeInfo codes[] = {
     {QLatin1String("unexpected-list"), error},
     {QLatin1String("bare-setting"), error},
     {QLatin1String("empty-value"), warning},
+    {QLatin1String("empty-size"), error},
     {QLatin1String("step-count"), error},
     {QLatin1String("unmatched-size"), warning},
     {QLatin1String("unreachable-key"), warning},

@@ -40,6 +40,7 @@ enum class Code {
     UnexpectedList,
     BareSetting,
     EmptyValue,
+    EmptySize,
     StepCount,
     UnmatchedSize,
     UnreachableKey,

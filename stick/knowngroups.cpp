@@ -58,7 +58,7 @@ std::vector<KnownGroup> makeKnownGroups()
         {factorysettings::group, {mode}, true},
         {panel::group,
          {mode,
-          {panel::size, ValueKind::Text},
+          {panel::size, ValueKind::DisplaySize},
           {panel::vcom, ValueKind::Number},
           {panel::avdd, ValueKind::Number},
           {panel::backlightSteps, ValueKind::Steps},

@@ -17,6 +17,7 @@ enum class ValueKind {
     CanIndex, ///< Above 0; others are replaced.
     Length, ///< 0 for any.
     Text,
+    DisplaySize, ///< A text that is stored even when it is blank.
     Steps, ///< A list of levels.
     Prefixes,
 };

@@ -42,15 +42,20 @@ const SerialGroup &serialGroup(int index)
     return index == SnIndex ? snSerialGroup : skSerialGroup;
 }
 
+QString sectionName(const QString &prefix)
+{
+    if (prefix.isEmpty())
+        return QStringLiteral("General");
+    return prefix == QLatin1String("general/") ? QStringLiteral("%General") : prefix.chopped(1);
+}
+
 ScannedFile::ScannedFile(const QByteArray &bytes)
-    : m_text(decodeText(bytes))
+    : m_bytes(bytes.size())
+    , m_text(isTooLarge() ? QString() : decodeText(bytes, &m_endsWithinCharacter))
     , m_hasQuotes(m_text.contains(QLatin1Char('"')))
     , m_hasSlashes(m_text.contains(slash))
     , m_prefix(QLatin1String(""))
-    , m_bytes(bytes.size())
 {
-    if (isTooLarge())
-        return;
     forEachLine(m_text, [this](int number, QStringView line) {
         if (isSectionHeader(line))
             addHeader(number, line);
@@ -80,7 +85,7 @@ void ScannedFile::addHeader(int number, QStringView line)
         header.trailingText = !rest.isEmpty() && scanKeyLine(rest).comment.size() != rest.size();
     }
     const bool known = m_prefixes.contains(header.prefix);
-    m_sectionResumed = known && m_prefix.startsWith(header.prefix);
+    m_sectionResumed = known && m_prefix.startsWith(header.prefix) && m_prefix != header.prefix;
     // The general section is where the writer puts every key without a slash, in its sorted place.
     header.repeated = known && !m_sectionResumed && !header.prefix.isEmpty();
     m_prefixes.insert(header.prefix);
@@ -148,8 +153,10 @@ void ScannedFile::addSetting(int number, const QString &key, const QVariant &val
 
 void ScannedFile::noteGroup(const QString &name, int line)
 {
-    if (!m_groupLines.contains(name))
-        m_groupLines.insert(name, line);
+    if (m_groupLines.contains(name))
+        return;
+    m_groupLines.insert(name, line);
+    m_groups.append(name);
 }
 
 } // namespace stick

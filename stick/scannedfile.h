@@ -5,6 +5,7 @@
 #include <QHash>
 #include <QSet>
 #include <QString>
+#include <QStringList>
 #include <QVariant>
 
 #include <array>
@@ -26,6 +27,9 @@ struct Header
     bool repeated; ///< The section was there before, and not only left for a lower one.
     bool trailingText; ///< Something other than a comment follows the "]".
 };
+
+/// How a header names the section whose keys have the prefix @p prefix.
+QString sectionName(const QString &prefix);
 
 /// A key with its value, other than a pool entry.
 struct Setting
@@ -73,10 +77,12 @@ public:
     /// The line where the group @p name begins, with its header or else a key; 0 without either.
     int lineOfGroup(const QString &name) const { return m_groupLines.value(name); }
 
-    /// Every group of the file with that line.
-    const QHash<QString, int> &groupLines() const { return m_groupLines; }
+    /// Every group of the file, in the order of those lines.
+    const QStringList &groups() const { return m_groups; }
 
     const QString &text() const { return m_text; }
+    /// Whether the end of the file cuts off a character; it is none of text().
+    bool endsWithinCharacter() const { return m_endsWithinCharacter; }
 
     std::vector<Header> headers;
     std::vector<Setting> settings; ///< In the order of the file, with those that others replace.
@@ -93,6 +99,9 @@ private:
     void addSetting(int number, const QString &key, const QVariant &value);
     void noteGroup(const QString &name, int line);
 
+    const qint64 m_bytes;
+    qint64 m_keyCharacters = 0; ///< Of the keys in full.
+    bool m_endsWithinCharacter = false;
     const QString m_text; ///< What the views point into.
     // Most files have none, and their lines need not be searched for them one by one.
     const bool m_hasQuotes;
@@ -102,9 +111,8 @@ private:
     int m_serialSection = -1; ///< Index of the serial group whose section this is.
     bool m_sectionResumed = false; ///< The section is one that the writer has left and re-entered.
     bool m_hasUnclosedHeader = false;
-    const qint64 m_bytes;
-    qint64 m_keyCharacters = 0; ///< Of the keys in full.
     QSet<QString> m_prefixes;
+    QStringList m_groups;
     QHash<QString, int> m_groupLines;
     QHash<QString, size_t> m_lastSettings;
 };
