@@ -57,6 +57,7 @@ private:
     QMap<QString, bool> m_listed; ///< Issued in a plain list, to whether they were found.
     std::vector<SingleValue> m_single;
     bool m_hasIssued = false;
+    bool m_missesIssued = false; ///< Something that was issued is in a list that cannot be read.
     AuditResult m_result;
 };
 
@@ -68,7 +69,7 @@ bool hasGroup(const ScannedFile *file, int group)
 /// One serial per line: no section header, so that every line is a bare key of the general section.
 bool isPlainList(const ScannedFile &file)
 {
-    return file.headers.empty();
+    return file.headers.empty() && !file.isTooLarge();
 }
 
 void Audit::addIssued(const QString &path)
@@ -77,15 +78,19 @@ void Audit::addIssued(const QString &path)
     QString error;
     const std::optional<QByteArray> bytes = readFile(path, error);
     if (!bytes) {
+        m_missesIssued = true;
         m_result.errors.append(error);
         return;
     }
     const ScannedFile file(*bytes);
+    m_missesIssued |= file.isTooLarge();
     if (isPlainList(file)) {
         for (const Setting &setting : file.settings)
             m_listed.insert(setting.key, false);
         return;
     }
+    if (!file.isReadable())
+        m_result.unreadable.append(path);
     const Pools pools = poolsOf(file);
     for (int group = 0; group < SerialGroupCount; ++group) {
         for (const EntryLine &entry : pools[size_t(group)].entries)
@@ -133,12 +138,12 @@ void Audit::addPools(const QString &path, const ScannedFile &file)
 void Audit::addMarker(const QString &path, const ScannedFile *file)
 {
     QString error;
-    const std::optional<QByteArray> content = readFile(path, error);
-    if (!content) {
+    const auto lines = readMarker(path, error);
+    if (!lines) {
         m_result.errors.append(error);
         return;
     }
-    for (const MarkerLine &line : readMarker(*content))
+    for (const MarkerLine &line : *lines)
         addDone(line, path, file);
 }
 
@@ -174,7 +179,7 @@ void Audit::placeSingleValues()
 
 bool Audit::isForeign(const QString &serial, const Record &record) const
 {
-    return m_hasIssued && !record.issued && !m_listed.contains(serial);
+    return m_hasIssued && !m_missesIssued && !record.issued && !m_listed.contains(serial);
 }
 
 SerialAudit Audit::auditOf(const Records &records) const
@@ -228,7 +233,7 @@ AuditResult audit(const QStringList &sticks, const QStringList &issued)
     Audit run;
     for (const QString &path : issued)
         run.addIssued(path);
-    for (const QString &path : sticks)
+    for (const QString &path : distinctPaths(sticks))
         run.addStick(path);
     return run.result();
 }

@@ -22,6 +22,7 @@ struct Subject
 {
     Subject(const QString &path, const QByteArray &bytes, int limit)
         : path(path)
+        , target(QFileInfo(path).canonicalFilePath())
         , size(bytes.size())
         , file(bytes)
         , pools(poolsOf(file))
@@ -30,6 +31,7 @@ struct Subject
     }
 
     QString path;
+    QString target; ///< Where it leads to: a stick's file may be named beside the stick.
     qint64 size;
     ScannedFile file;
     Pools pools;
@@ -71,11 +73,10 @@ private:
     CheckResult m_result;
 };
 
-/// What the next unit finds; it takes nothing out of a file that it cannot read.
-PoolSummary summaryOf(const Pool &pool, bool readable)
+PoolSummary summaryOf(const Pool &pool)
 {
     PoolSummary summary = {pool.group().name, pool.mode, int(pool.entries.size()), 0, {}};
-    if (readable && pool.provisions()) {
+    if (pool.isOpen()) {
         summary.usable = pool.usableCount;
         summary.next = pool.next();
     }
@@ -111,7 +112,9 @@ void Check::addStick(const QString &path)
     if (subject == nullptr) {
         Findings findings(path, m_options.limit);
         checkStick(stick, findings);
-        addFileless(findings, path);
+        // Of a file that cannot be read there is an error already.
+        if (!findings.tally().isClean())
+            addFileless(findings, path);
         return;
     }
     checkStick(stick, subject->findings);
@@ -119,8 +122,8 @@ void Check::addStick(const QString &path)
         checkSpace(stick, subject->size, subject->findings);
     if (stick.marker().isEmpty())
         return;
-    if (const std::optional<QByteArray> marker = readFile(stick.marker(), error))
-        checkMarker(stick.marker(), *marker, subject->pools, subject->findings);
+    if (const auto lines = readMarker(stick.marker(), error))
+        checkMarker(stick.marker(), *lines, subject->pools, subject->findings);
     else
         m_result.errors.append(error);
 }
@@ -142,7 +145,7 @@ Subject *Check::addFile(const QString &path)
     for (const Pool &pool : subject.pools) {
         checkPool(subject.file, pool, m_options, subject.findings);
         for (const auto &earlier : m_subjects) {
-            if (earlier.get() != &subject)
+            if (earlier->target != subject.target)
                 checkSharedEntries(pool, earlier->pools[size_t(pool.groupIndex())], earlier->path,
                                    subject.findings);
         }
@@ -166,7 +169,7 @@ CheckedFile Check::summaryOf(const Subject &subject) const
                            {}};
     for (const Pool &pool : subject.pools) {
         if (subject.file.lineOfGroup(pool.group().name) > 0)
-            checked.pools.push_back(stick::summaryOf(pool, checked.readable));
+            checked.pools.push_back(stick::summaryOf(pool));
     }
     return checked;
 }
@@ -176,7 +179,7 @@ CheckedFile Check::summaryOf(const Subject &subject) const
 CheckResult check(const QStringList &paths, const CheckOptions &options)
 {
     Check run(options);
-    for (const QString &path : paths)
+    for (const QString &path : distinctPaths(paths))
         run.add(path);
     return run.takeResult();
 }

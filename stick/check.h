@@ -1,6 +1,7 @@
 #pragma once
 
 #include "findings.h"
+#include "marker.h"
 #include "pools.h"
 
 #include <QStringList>
@@ -62,8 +63,8 @@ void checkSharedEntries(const Pool &pool, const Pool &earlier, const QString &ea
                         Findings &findings);
 /// What stands beside the configuration file on its stick.
 void checkStick(const StickFolder &stick, Findings &findings);
-/// The stick's completion marker @p content against its pools.
-void checkMarker(const QString &marker, const QByteArray &content, const Pools &pools,
+/// The @p lines of the stick's completion marker @p marker against its pools.
+void checkMarker(const QString &marker, const std::vector<MarkerLine> &lines, const Pools &pools,
                  Findings &findings);
 /// Whether the stick takes the rewrite of its configuration file of @p size bytes.
 void checkSpace(const StickFolder &stick, qint64 size, Findings &findings);

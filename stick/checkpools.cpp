@@ -104,27 +104,33 @@ void checkCharacters(const EntryLine &entry, const EntryCharacters &characters, 
         });
 }
 
-/// What was meant as a setting: the line is a pool entry for the unit. Empty for other entries.
+/// What was meant as a setting, though the line is a pool entry for the unit (SK takes "startwith"
+/// itself for one). Empty for other entries.
 QLatin1String meantSetting(const KnownGroup &group, const EntryLine &entry,
                            const EntryCharacters &characters)
 {
     constexpr int longest = 11;
     if (characters.digit || entry.name.size() > longest)
         return {};
-    return nearestKey(group, entry.name);
+    const QLatin1String meant = nearestKey(group, entry.name);
+    if (!meant.isEmpty() || group.name != serial::skGroup)
+        return meant;
+    const bool isStartWith =
+        entry.name == serial::startWith || isNearMiss(entry.name, serial::startWith);
+    return isStartWith ? serial::startWith : QLatin1String();
 }
 
 void checkEntry(const Pool &pool, const KnownGroup &group, const EntryLine &entry,
                 Findings &findings)
 {
     const EntryCharacters characters(entry.name);
-    if (entry.name == serial::startWith) {
+    const QLatin1String meant = meantSetting(group, entry, characters);
+    if (!meant.isEmpty() && group.find(QString(meant)) == nullptr) {
         findings.add(Code::StartwithInSk, entry.line,
-                     Texts::tr("[%1] knows no \"%2\": the unit takes the word for a pool entry")
-                         .arg(pool.group().name, serial::startWith));
+                     Texts::tr("[%1] knows no \"%2\": the unit takes \"%3\" for a pool entry")
+                         .arg(pool.group().name, meant, entry.name));
         return;
     }
-    const QLatin1String meant = meantSetting(group, entry, characters);
     if (!meant.isEmpty()) {
         findings.add(Code::MisspeltKey, entry.line,
                      Texts::tr("the unit takes \"%1\" for a pool entry; is \"%2\" meant?")
@@ -168,13 +174,15 @@ void checkPool(const ScannedFile &file, const Pool &pool, const CheckOptions &op
 void checkSharedEntries(const Pool &pool, const Pool &earlier, const QString &earlierFile,
                         Findings &findings)
 {
+    if (!pool.isOpen() || !earlier.isOpen())
+        return;
     auto other = earlier.entries.cbegin();
     for (const EntryLine &entry : pool.entries) {
         while (other != earlier.entries.cend() && other->name < entry.name)
             ++other;
         if (other == earlier.entries.cend())
             return;
-        if (other->name == entry.name)
+        if (other->name == entry.name && pool.takes(entry.name) && earlier.takes(entry.name))
             findings.addEach(Code::SharedEntry, entry.line, [&] {
                 return Texts::tr("\"%1\" stands in %2:%3 too: two units will get it")
                     .arg(entry.name.toString(), earlierFile, QString::number(other->line));

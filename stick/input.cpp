@@ -2,7 +2,11 @@
 
 #include "texts.h"
 
+#include <reader.h>
+
 #include <QFile>
+#include <QFileInfo>
+#include <QSet>
 
 #include <cerrno>
 #include <cstring>
@@ -55,12 +59,28 @@ std::optional<QByteArray> readFile(const QString &path, QString &error)
         error = failure(path, Texts::tr("not a file"));
         return std::nullopt;
     }
-    const QByteArray content = file.readAll();
-    if (file.error() != QFile::NoError) {
+    const qint64 wanted = qMin(file.size(), production::mostCharacters + 1);
+    const QByteArray content = file.read(wanted);
+    if (content.size() < wanted) {
         error = failure(path, file.errorString());
         return std::nullopt;
     }
     return content;
+}
+
+QStringList distinctPaths(const QStringList &paths)
+{
+    QStringList distinct;
+    QSet<QString> known;
+    for (const QString &path : paths) {
+        const QString target = QFileInfo(path).canonicalFilePath();
+        // What does not exist has no target, and is for others to complain of.
+        if (!target.isEmpty() && known.contains(target))
+            continue;
+        known.insert(target);
+        distinct.append(path);
+    }
+    return distinct;
 }
 
 std::optional<QStringList> listFolder(const QString &path, QString &error)

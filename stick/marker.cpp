@@ -1,8 +1,15 @@
 #include "marker.h"
 
+#include "input.h"
+#include "texts.h"
+
+#include <reader.h>
+
 namespace stick {
 
-std::vector<MarkerLine> readMarker(const QByteArray &content)
+namespace {
+
+std::vector<MarkerLine> markerLines(const QByteArray &content)
 {
     std::vector<MarkerLine> lines;
     int number = 0;
@@ -20,6 +27,20 @@ std::vector<MarkerLine> readMarker(const QByteArray &content)
         lines.push_back({number, text, torn ? QStringList() : text.split(QLatin1String(", "))});
     }
     return lines;
+}
+
+} // namespace
+
+std::optional<std::vector<MarkerLine>> readMarker(const QString &path, QString &error)
+{
+    const std::optional<QByteArray> content = readFile(path, error);
+    if (!content)
+        return std::nullopt;
+    if (content->size() > production::mostCharacters) {
+        error = Texts::tr("%1: too large for a completion marker").arg(path);
+        return std::nullopt;
+    }
+    return markerLines(*content);
 }
 
 } // namespace stick

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <QByteArray>
 #include <QString>
 #include <QStringList>
 
+#include <optional>
 #include <vector>
 
 namespace stick {
@@ -19,7 +19,8 @@ struct MarkerLine
     bool isTorn() const { return values.isEmpty(); }
 };
 
-/// The lines of the completion marker @p content that are not blank.
-std::vector<MarkerLine> readMarker(const QByteArray &content);
+/// The lines of the completion marker @p path that are not blank; without them, @p error says why,
+/// the path included.
+std::optional<std::vector<MarkerLine>> readMarker(const QString &path, QString &error);
 
 } // namespace stick

@@ -58,6 +58,7 @@ QStringList sharedNames(const std::vector<EntryLine> &entries)
 Pool::Pool(const ScannedFile &file, int groupIndex)
     : entries(file.entries[size_t(groupIndex)])
     , m_groupIndex(groupIndex)
+    , m_readable(file.isReadable())
 {
     mode = valueOf(file, group(), modeKey).toInt();
     length = valueOf(file, group(), serial::length).toInt();
@@ -81,7 +82,7 @@ bool Pool::takes(QStringView entry) const
 
 std::optional<QString> Pool::next() const
 {
-    if (!provisions())
+    if (!isOpen())
         return std::nullopt;
     const QStringList pool = sharedNames(entries);
     const StopRequested never = [] { return false; };

@@ -22,11 +22,13 @@ public:
     int groupIndex() const { return m_groupIndex; }
     const production::SerialGroup &group() const { return serialGroup(m_groupIndex); }
 
-    /// Whether a unit takes values from it (some only when they have none yet).
+    /// Whether its mode lets units take values (some only when they have none yet).
     bool provisions() const;
-    /// Whether a unit may ever take @p entry.
+    /// Whether units get values from it: it provisions, and they can read the file.
+    bool isOpen() const { return m_readable && provisions(); }
+    /// Whether @p entry is one for a unit, by prefixes and length.
     bool takes(QStringView entry) const;
-    /// What the next unit takes; nothing when the pool has nothing for it or is switched off.
+    /// What the next unit takes; nothing when the pool has nothing for it or is not open.
     std::optional<QString> next() const;
     /// Null when the pool has no such entry.
     const EntryLine *find(QStringView entry) const;
@@ -40,6 +42,7 @@ public:
 
 private:
     int m_groupIndex;
+    bool m_readable;
 };
 
 using Pools = std::array<Pool, SerialGroupCount>;

@@ -53,16 +53,18 @@ StickFolder::StickFolder(const QString &path, const QStringList &names)
         m_configuration = filePath(path, used);
     if (names.contains(completionMarkerName()))
         m_marker = filePath(path, completionMarkerName());
-    if (!used.isEmpty() && names.contains(lockFilePath(used)))
-        m_lock = lockFilePath(m_configuration);
 
     for (const QString &name : names) {
+        const auto isLock = [&](const QString &known) { return name == lockFilePath(known); };
+        const auto isCopy = [&](const QString &known) { return isTemporaryCopy(name, known); };
         const auto looksLikeMisnamed = [&](const QString &known) {
             return !candidates.contains(name) && isMisnamed(name, known)
                 && !(name.compare(known, Qt::CaseInsensitive) == 0
                      && QFile::exists(filePath(path, known)));
         };
-        if (!used.isEmpty() && isTemporaryCopy(name, used))
+        if (std::any_of(candidates.cbegin(), candidates.cend(), isLock))
+            leftoverLocks.append(filePath(path, name));
+        else if (std::any_of(candidates.cbegin(), candidates.cend(), isCopy))
             leftoverCopies.append(filePath(path, name));
         else if (std::any_of(candidates.cbegin(), candidates.cend(), looksLikeMisnamed))
             misnamed.append(filePath(path, name));

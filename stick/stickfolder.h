@@ -20,21 +20,19 @@ public:
     QString configuration() const { return m_configuration; }
     /// Path of the completion marker; empty when there is none.
     QString marker() const { return m_marker; }
-    /// Lock of the configuration file; empty when there is none.
-    QString leftoverLock() const { return m_lock; }
 
     /// Further configuration files, which the unit does not look at.
     QStringList notLookedAt;
     /// Files whose names are nearly those of a configuration file.
     QStringList misnamed;
-    /// Copies of the configuration file from rewrites that were cut off.
+    /// Locks and copies of configuration files, present or gone, from rewrites that were cut off.
+    QStringList leftoverLocks;
     QStringList leftoverCopies;
 
 private:
     QString m_path;
     QString m_configuration;
     QString m_marker;
-    QString m_lock;
 };
 
 } // namespace stick

@@ -122,6 +122,7 @@ private slots:
     void faults();
     void stickThatCannotBeRewritten();
     void entriesOnTwoSticks();
+    void hugeFile();
     void manyFindingsOfOneKind();
     void everyCodeIsInTheManual();
     void agreesWithTheUnit_data();
@@ -193,12 +194,28 @@ void TestStick::entriesOnTwoSticks()
 {
     QVERIFY(writeFile(path("a"), "[SN]\nmode=1\nA3\nA1\n[SK]\nmode=1\nB\n"));
     QVERIFY(writeFile(path("b"), "[SN]\nmode=1\nB\nA1\nA3\nA0\n"));
+    // Of these no unit takes what the others hold as well.
+    QVERIFY(writeFile(path("off"), "[SN]\nmode=3\nA1\n[SK]\nmode=1\nlength=2\nB\n"));
+    QVERIFY(writeFile(path("bad"), "[SN]\nmode=1\nA1\n[SK\n"));
     CheckOptions options;
-    options.low = 1;
-    const CheckResult result = check({path("a"), path("b")}, options);
-    QCOMPARE(codes(result.files[0]), QStringList());
+    options.low = 3;
+    const CheckResult result =
+        check({path("a"), path("./a"), path("b"), path("off"), path("bad")}, options);
+    QCOMPARE(int(result.files.size()), 4);
+    QCOMPARE(codes(result.files[0]), QStringList({"a:1 pool-low", "a:5 pool-low"}));
     QCOMPARE(codes(result.files[1]), QStringList({"b:4 shared-entry", "b:5 shared-entry"}));
     QVERIFY(result.files[1].findings.front().text.contains(path("a") + ":4"));
+    for (size_t i : {2, 3})
+        QVERIFY(!codes(result.files[i]).join(' ').contains("shared-entry"));
+}
+
+/// Larger than the memory: nothing of it may be read.
+void TestStick::hugeFile()
+{
+    QFile file(path("production.ini"));
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.resize(qint64(3) << 30));
+    QCOMPARE(codes(checkOne(m_folder->path())), QStringList("production.ini:0 too-large"));
+    QCOMPARE(run("show production.ini").exitCode, 1);
 }
 
 void TestStick::manyFindingsOfOneKind()
@@ -350,14 +367,18 @@ void TestStick::exitCodes_data()
     row("unreadable for show", "show bad.ini", 1);
     row("unreadable for format", "format bad.ini", 1);
     row("unreadable for split", "split --sticks 1 --into new bad.ini", 1);
-    row("duplicates", "audit stick stick", 1);
+    row("duplicates", "audit stick twin", 1);
+    row("one stick by two names", "audit stick ./stick/", 0);
     row("an issued list that is not there", "audit --issued none stick", 2);
+    row("a folder for a production file", "check odd", 2);
     row("more sticks than entries", "split --sticks 5 --into new good.ini", 2);
     row("help for a command", "split --help", 0);
     row("no command", "", 2);
     row("no such command", "repair good.ini", 2);
     row("option of another command", "show --low 1 good.ini", 2);
     row("a number that is none", "check --low few good.ini", 2);
+    row("a number left out", "check good.ini --low", 2);
+    row("a line feed in a name", "show none\n.ini", 2);
     row("two files for one", "show good.ini good.ini", 2);
 }
 
@@ -367,13 +388,19 @@ void TestStick::exitCodes()
     QFETCH(int, exitCode);
     const QByteArray good = "[SN]\nmode=1\nA1\n";
     QVERIFY(writeFile(path("good.ini"), good) && writeFile(path("bad.ini"), good + "[SK\n"));
-    QVERIFY(QDir().mkdir(path("stick")) && writeFile(path("stick/production.ini"), good));
+    QVERIFY(QDir().mkpath(path("odd/production.ini")));
+    for (const char *stick : {"stick/", "twin/"})
+        QVERIFY(QDir().mkdir(path(stick)) && writeFile(path(stick) + "production.ini", good));
     const Outcome outcome = run(arguments);
     QCOMPARE(outcome.exitCode, exitCode);
     // What failed is told on standard error, and never among the results.
     const bool failed = exitCode == 2 || arguments.contains("bad.ini");
     QCOMPARE(!outcome.err.isEmpty(), failed);
     QVERIFY(!QFileInfo::exists(path("new")));
+    if (exitCode == 2) {
+        QVERIFY(!outcome.out.contains("nothing to report") && !outcome.out.contains("foreign  "));
+        QVERIFY(!outcome.err.contains("..") && !outcome.err.contains("none\n.ini"));
+    }
     if (arguments.contains("--json"))
         QVERIFY(QJsonDocument::fromJson(outcome.out).isObject());
 }

@@ -274,10 +274,6 @@
         <translation>条目 &quot;%1&quot; 含有完成记录无法表示的字符：车机以 &quot;?&quot; 代替</translation>
     </message>
     <message>
-        <source>[%1] knows no &quot;%2&quot;: the unit takes the word for a pool entry</source>
-        <translation>[%1] 没有 &quot;%2&quot; 这个设置：车机把该词当作池中的条目</translation>
-    </message>
-    <message>
         <source>the unit takes &quot;%1&quot; for a pool entry; is &quot;%2&quot; meant?</source>
         <translation>车机把 &quot;%1&quot; 当作池中的条目；是否应为 &quot;%2&quot;？</translation>
     </message>
@@ -624,6 +620,30 @@ show、format、check 和 audit 从不写入U盘。
     <message>
         <source>splitting %1</source>
         <translation>正在拆分 %1</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot;: %2 has more than 32 bits: the unit reads %3</source>
+        <translation>&quot;%1&quot;：%2 超出 32 位：车机读作 %3</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is empty: the unit stores that, and its display size is lost</source>
+        <translation>&quot;%1&quot; 为空：车机照样存储，原有的屏幕尺寸丢失</translation>
+    </message>
+    <message>
+        <source>[%1] knows no &quot;%2&quot;: the unit takes &quot;%3&quot; for a pool entry</source>
+        <translation>[%1] 没有 &quot;%2&quot; 这个设置：车机把 &quot;%3&quot; 当作池中的条目</translation>
+    </message>
+    <message>
+        <source>there is none of %1: the unit ignores the stick; a rewrite that was cut off may have left its file in %2</source>
+        <translation>没有 %1 中的任何一个：车机忽略该U盘；中断的重写可能把文件留在了 %2</translation>
+    </message>
+    <message>
+        <source>the file ends within a character: the unit drops what is there of it</source>
+        <translation>文件在一个字符中间结束：车机丢弃该字符的残余部分</translation>
+    </message>
+    <message>
+        <source>%1: too large for a completion marker</source>
+        <translation>%1：过大，不可能是完成标记文件</translation>
     </message>
 </context>
 </TS>
