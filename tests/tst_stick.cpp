@@ -223,15 +223,18 @@ void TestStick::manyFindingsOfOneKind()
     QByteArray content = "[SN]\nmode=1\nstartwith=B\n";
     for (int i = 1000; i < 2000; ++i)
         content += "A" + QByteArray::number(i) + "\n";
+    for (int i = 0; i < 30; ++i)
+        content += "[X" + QByteArray::number(i) + "]\n";
     QVERIFY(writeFile(path("many.ini"), content));
 
     CheckOptions options;
     const CheckedFile file = check({path("many.ini")}, options).files.front();
-    QCOMPARE(file.tally.warnings, 1000);
-    QCOMPARE(int(file.findings.size()), 1 + options.limit);
-    QCOMPARE(file.omitted, 1000 - options.limit);
+    QCOMPARE(file.tally.warnings, 1030);
+    QCOMPARE(int(file.findings.size()), 1 + 2 * options.limit);
+    QCOMPARE(file.findings.back().line, 1003 + options.limit); // The first are told, run by run.
+    QCOMPARE(file.omitted, 1030 - 2 * options.limit);
     options.limit = 0;
-    QCOMPARE(int(check({path("many.ini")}, options).files.front().findings.size()), 1001);
+    QCOMPARE(int(check({path("many.ini")}, options).files.front().findings.size()), 1031);
 }
 
 void TestStick::everyCodeIsInTheManual()
