@@ -130,7 +130,7 @@ private:
     void exeProductionMode();
     std::unique_ptr<QSettings> openConfiguration(production::HeldDirectory &directory);
     bool exeGroups(QSettings &settings, int &itemCount, QStringList &provisioned);
-    void writeCompletionMarker(const production::HeldDirectory &device,
+    void writeCompletionMarker(const production::HeldDirectory &directory,
                                const QStringList &provisioned);
     void removeSystemFile(const production::HeldDirectory &directory);
     QString configName() const;

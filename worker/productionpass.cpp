@@ -113,7 +113,6 @@ void ProductionObject::exeProductionMode()
     sendMessage(QStringLiteral("正在读取USB配置文件，请不要断开电源或拔出USB。"), ProgressMessage);
 
     HeldDirectory directory(QFileInfo(configPath).path());
-    const HeldDirectory device(mountPath + QLatin1Char('/'));
     removeLeftoverLock(directory.filePath(configName()));
     const std::unique_ptr<QSettings> settings = openConfiguration(directory);
     int itemCount = 0;
@@ -132,7 +131,7 @@ void ProductionObject::exeProductionMode()
     if (isSysFile)
         removeSystemFile(directory);
     else if (!provisioned.isEmpty())
-        writeCompletionMarker(device, provisioned);
+        writeCompletionMarker(directory, provisioned);
     if (needLeave || itemCount == 0)
         leaveProductionModel();
 }
@@ -204,10 +203,12 @@ void ProductionObject::removeSystemFile(const HeldDirectory &directory)
         QFile::remove(path);
 }
 
-void ProductionObject::writeCompletionMarker(const HeldDirectory &device,
+/// @p directory is the one that the file is in; on a device, the device's own.
+void ProductionObject::writeCompletionMarker(const HeldDirectory &directory,
                                              const QStringList &provisioned)
 {
-    QFile marker(device.filePath(completionMarkerName()));
+    const QString name = completionMarkerName();
+    QFile marker(mountPath.isEmpty() ? filePath(mountPath, name) : directory.filePath(name));
     if (isNoFile(marker.fileName()) || !marker.open(QIODevice::Append))
         return;
     marker.write(provisioned.join(QLatin1String(", ")).toLatin1() + "\r\n");
