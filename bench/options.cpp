@@ -139,8 +139,6 @@ public:
         m_options.window = m_parser.isSet(line.window);
         m_options.loop = m_parser.isSet(line.loop);
         m_options.dryRun = m_parser.isSet(line.dryRun);
-        if (m_options.dryRun && (m_options.window || m_options.loop || m_parser.isSet(line.media)))
-            fail(tr("--dry-run runs one pass on the sticks that are named."));
         if (m_options.window && m_options.loop)
             fail(tr("--loop is for the terminal; the window has a button for the next unit."));
         m_options.unit.displaySize = m_parser.value(line.displaySize);
@@ -153,6 +151,9 @@ public:
         readPresets(line.set);
         readModules(line.without);
         readMedia(line.media);
+        // Only folders that are named can be copied before a pass runs on them.
+        if (m_options.dryRun && (m_options.window || m_options.loop || !m_options.media.isEmpty()))
+            fail(tr("--dry-run runs one pass on the sticks that are named."));
         readSticks(line.stick);
         readPlaces(line);
         checkForFile();

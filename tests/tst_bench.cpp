@@ -168,7 +168,8 @@ void BenchTest::wrongUsageIsRefused_data()
          {"--bogus", "extra", "--stick=/no/such/folder", "--stick", "--stick=/proc",
           "--media=/no/such/folder", "--flash=/no/such/folder", "--step-range=256",
           "--step-range=-1", "--model=seven", "--timeout=0", "--without=wifi", "--set=Fctory/a=1",
-          "--set=Factory/a", "--set=Factory/=1", "--journal=/no/such/folder/j"})
+          "--set=Factory/a", "--set=Factory/=1", "--journal=/no/such/folder/j",
+          "--dry-run --stick stick --media"})
         QTest::newRow(argument) << argument;
 }
 
