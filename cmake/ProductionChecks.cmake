@@ -1,4 +1,4 @@
-# The target "tidy": clang-tidy over every file of this project, in parallel. It reads the compile
+# The target "tidy": clang-tidy over the module and the programs, in parallel. It reads the compile
 # commands (the preset "tidy" writes them), nothing needs to be built.
 find_program(RUN_CLANG_TIDY run-clang-tidy)
 if(RUN_CLANG_TIDY)

@@ -57,6 +57,10 @@ install(FILES
 if(NOT PRODUCTION_PLATFORM_INCLUDE)
     set(pkgconfig_platform_flags " -I\${includedir}/production/platform")
 endif()
+if(PRODUCTION_LIBRARY_TYPE STREQUAL "STATIC")
+    set(pkgconfig_static_libs " -lproduction_worker -lproduction_settings")
+    set(pkgconfig_static_flags " -DPRODUCTION_STATIC_DEFINE")
+endif()
 file(RELATIVE_PATH pkgconfig_to_prefix
     "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig" "${CMAKE_INSTALL_PREFIX}")
 configure_file("${PROJECT_SOURCE_DIR}/cmake/production.pc.in"

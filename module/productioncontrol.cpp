@@ -1,5 +1,6 @@
 #include "productioncontrol.h"
 
+#include "configurationfiles.h"
 #include "productionlog.h"
 #include "productionobject.h"
 #include "workerthread.h"
@@ -30,8 +31,8 @@ constexpr unsigned long threadEndTimeout = 1000; // ms
 
 QString flashFile()
 {
-    return QStringLiteral("%1/%2").arg(QStringLiteral("/media/flash/userdata"),
-                                       QStringLiteral("production_sys.ini"));
+    return production::filePath(QStringLiteral("/media/flash/userdata"),
+                                production::systemFileName());
 }
 
 void storeLevel(const QString &key, int level)

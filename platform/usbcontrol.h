@@ -15,7 +15,8 @@ Q_DECLARE_METATYPE(MediaType)
 /**
  * The head unit's USB mount service.
  *
- * Lives in the UI thread, where its signals are emitted, and outlives the production module.
+ * Lives in the UI thread and outlives the production module. Its signals may be emitted in any
+ * thread.
  */
 class UsbControl : public QObject
 {

@@ -10,6 +10,7 @@ jobs=${JOBS:-2}
 build=${BUILD_DIR:-build/fuzz}
 work=$build/run
 
+scripts/setup.sh build fuzz
 cmake --preset fuzz -B "$build" >/dev/null
 nice cmake --build "$build" --target fuzz_format
 rm -rf "$work/finds" "$work"/fuzz-*.log

@@ -2,14 +2,10 @@
 
 namespace production {
 
-namespace {
-
 QString systemFileName()
 {
     return QStringLiteral("production_sys.ini");
 }
-
-} // namespace
 
 QStringList configurationFileNames()
 {

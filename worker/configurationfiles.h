@@ -5,10 +5,13 @@
 
 namespace production {
 
+/// Name of a file that is used once, in silence.
+QString systemFileName();
+
 /// Names under which a device may carry its configuration file; the first that exists wins.
 QStringList configurationFileNames();
 
-/// Whether @p path names a system file: its pass is silent and the file is used once.
+/// Whether @p path names a system file.
 bool isSystemFile(const QString &path);
 
 /// The file of @p directory called @p name.

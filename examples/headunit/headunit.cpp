@@ -10,6 +10,7 @@
 #include <usbcontrol.h>
 
 #include <cstdio>
+#include <utility>
 
 using tolappframework::Module;
 using tolappframework::ModuleManager;
@@ -27,7 +28,9 @@ void reportModulesStarted()
 
 void unplugAll()
 {
-    for (const QString &directory : qAsConst(headUnit().sticks))
+    // The list no longer holds what is told to be gone.
+    const QStringList gone = std::exchange(headUnit().sticks, {});
+    for (const QString &directory : gone)
         emit UsbControl::getInstance()->deviceUnmounted(MediaTypeUsbStorage, directory);
 }
 
