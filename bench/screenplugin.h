@@ -20,8 +20,12 @@ public:
     /// The application object that the window needs; there must be no other.
     virtual std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv) const = 0;
 
-    /// Shows the window until the user closes it. Returns the exit code of the program.
+    /// Shows the window until it is closed. Returns the exit code of the program.
     virtual int run(const Options &options) = 0;
+
+    /// Closes the window as its user does, which waits for a pass: nothing may be destroyed under
+    /// it.
+    virtual void close() = 0;
 };
 
 } // namespace bench

@@ -11,6 +11,7 @@
 #include <QDropEvent>
 #include <QLabel>
 #include <QMimeData>
+#include <QProcess>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTranslator>
@@ -32,6 +33,11 @@ const char stickContent[] =
     "[SK]\nmode=1\nSK1\n"
     "[CANBUS]\nmode=1\nid=5\n"
     "[DirectionKey]\nmode=1\n";
+
+QString program()
+{
+    return QCoreApplication::applicationDirPath() + "/production-bench";
+}
 
 /// Mean lightness, 0 to 255.
 int lightness(QWidget *widget)
@@ -58,6 +64,8 @@ private slots:
     void droppedThingsThatAreNoFolders();
     void unitThatCannotBePlaced();
     void closingEndsTheModule();
+    void programEndsBySignalInMidPass();
+    void programWithoutScreenSaysSo();
     void everythingIsReachableAndFits_data();
     void everythingIsReachableAndFits();
 
@@ -279,6 +287,41 @@ void WindowTest::closingEndsTheModule()
     QVERIFY(m_window->isVisible());
     QTRY_VERIFY_WITH_TIMEOUT(!m_window->isVisible(), patience);
     QCOMPARE(m_board->state().stage, UnitState::Ended);
+}
+
+void WindowTest::programEndsBySignalInMidPass()
+{
+    QFile stick(m_stick + "/production.ini");
+    QVERIFY(stick.open(QIODevice::WriteOnly) && stick.write("[SN]\nmode=1\n") > 0);
+    for (int i = 100000; i < 150000; ++i) // enough for the pass to go on for a while
+        stick.write(QByteArray::number(i) + '\n');
+    stick.close();
+    QFile journal(m_folder->filePath("journal"));
+    QProcess bench;
+    bench.start(program(), {"--window", "--stick", m_stick, "--journal", journal.fileName()});
+    QTRY_VERIFY_WITH_TIMEOUT(journal.exists(), patience);
+    QVERIFY(journal.open(QIODevice::ReadOnly));
+    QByteArray calls;
+    QTRY_VERIFY_WITH_TIMEOUT((calls += journal.readAll()).contains("Message"), patience);
+    bench.terminate();
+    QVERIFY(bench.waitForFinished());
+    QCOMPARE(bench.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(bench.exitCode(), 0);
+    calls += journal.readAll();
+    QVERIFY2(calls.contains("\"ended\""), calls.constData());
+}
+
+void WindowTest::programWithoutScreenSaysSo()
+{
+    QProcess bench;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("QT_QPA_PLATFORM", "none");
+    bench.setProcessEnvironment(environment);
+    bench.start(program(), {"--window", "--unit", m_folder->filePath("new")});
+    QVERIFY(bench.waitForFinished());
+    QCOMPARE(bench.exitCode(), 1);
+    QVERIFY(bench.readAllStandardError().startsWith("There is no screen for the window: set"));
+    QVERIFY(!QFile::exists(m_folder->filePath("new")));
 }
 
 void WindowTest::everythingIsReachableAndFits_data()

@@ -27,4 +27,9 @@ int WindowPlugin::run(const Options &options)
     return QApplication::exec();
 }
 
+void WindowPlugin::close()
+{
+    QApplication::closeAllWindows();
+}
+
 } // namespace bench

@@ -16,6 +16,7 @@ class WindowPlugin : public QObject, public ScreenPlugin
 public:
     std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv) const override;
     int run(const Options &options) override;
+    void close() override;
 };
 
 } // namespace bench
