@@ -16,10 +16,17 @@ if [ "${1-}" = --fresh ]; then
 fi
 targets=(production-bench)
 mode=(--unplug-when-done)
-if [ "${1-}" = --window ]; then
-    targets+=(production_bench_window)
-    mode=()
-fi
+several=
+for option in "$@"; do
+    case $option in
+        --window)
+            targets+=(production_bench_window)
+            mode=()
+            several=yes
+            ;;
+        --loop) several=yes ;;
+    esac
+done
 
 scripts/setup.sh build
 build=build/release
@@ -36,10 +43,14 @@ if [ ! -d "$line/stick" ]; then
     mkdir -p "$line"
     cp -r examples/full-line "$line/stick"
 fi
-number=1
-while [ -d "$line/unit-$(printf %03d "$number")" ]; do
-    number=$((number + 1))
-done
+unit=$line # where production-bench numbers several units itself
+if [ -z "$several" ]; then
+    number=1
+    while [ -d "$line/unit-$(printf %03d "$number")" ]; do
+        number=$((number + 1))
+    done
+    unit=$line/unit-$(printf %03d "$number")
+fi
 
 exec "$build/bin/production-bench" \
-    --unit "$line/unit-$(printf %03d "$number")" --stick "$line/stick" "${mode[@]}" "$@"
+    --unit "$unit" --stick "$line/stick" "${mode[@]}" "$@"
