@@ -34,7 +34,7 @@ TerminalRun::TerminalRun(const Options &options)
 
 bool TerminalRun::open(QString *error)
 {
-    return m_line.placeUnit(error) && m_line.openJournal(error) && m_line.watchMedia(error);
+    return m_line.open(error) && m_line.placeUnit(error);
 }
 
 void TerminalRun::begin()
@@ -145,8 +145,9 @@ void TerminalRun::onUnitOver(int exitCode)
 
 void TerminalRun::serveNextAtOnce(const Verdict &verdict)
 {
-    if (!verdict.trouble().isEmpty() || !verdict.serialsLeft()) {
-        m_terminal.note(tr("The sticks have no serial for one more unit."));
+    const QString hindrance = verdict.hindrance();
+    if (!hindrance.isEmpty()) {
+        m_terminal.note(hindrance);
         emit over(ModuleEnded);
     } else if (!placeNext(m_line.sticks())) {
         return;

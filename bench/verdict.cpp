@@ -24,6 +24,11 @@ QString Verdict::trouble() const
         if (kind.tone == PopupKind::Trouble && !troubles.contains(kind.name))
             troubles.append(kind.name);
     }
+    const QStringList inPool = serialsInPool();
+    if (!inPool.isEmpty())
+        troubles.append(tr("%1 still in the pool, for the next unit to take again: the file could "
+                           "not be rewritten")
+                            .arg(inPool.join(QLatin1String(" + "))));
     return troubles.join(QLatin1String(", "));
 }
 
@@ -37,17 +42,35 @@ QVector<UnitValue> Verdict::serials() const
     return serials;
 }
 
-bool Verdict::serialsLeft() const
+/// Those that the unit has stored though nothing has gone from their pool.
+QStringList Verdict::serialsInPool() const
 {
-    if (!pass)
-        return false;
+    QStringList names;
+    const QVector<UnitValue> stored = serials();
+    for (const UnitValue &serial : stored) {
+        const auto &pools = pass->pools;
+        if (std::any_of(pools.begin(), pools.end(), [&](const PoolChange &pool) {
+                return pool.group == serial.key && pool.taken.isEmpty();
+            }))
+            names.append(serial.key + QLatin1Char(' ') + serial.value.toString());
+    }
+    return names;
+}
+
+QString Verdict::hindrance() const
+{
+    const QString reason = trouble();
+    if (!reason.isEmpty())
+        return tr("No further unit: %1.").arg(reason);
     const auto &pools = pass->pools;
-    const bool taken = std::any_of(pools.begin(), pools.end(),
-                                   [](const PoolChange &pool) { return !pool.taken.isEmpty(); });
-    const bool usedUp = std::any_of(pools.begin(), pools.end(), [](const PoolChange &pool) {
-        return !pool.taken.isEmpty() && pool.after == 0;
-    });
-    return taken && !usedUp;
+    if (std::all_of(pools.begin(), pools.end(),
+                    [](const PoolChange &pool) { return pool.taken.isEmpty(); }))
+        return tr("No further unit: the pass took no serial.");
+    if (std::any_of(pools.begin(), pools.end(), [](const PoolChange &pool) {
+            return !pool.taken.isEmpty() && pool.after == 0;
+        }))
+        return tr("The sticks have no serial for one more unit.");
+    return {};
 }
 
 } // namespace bench

@@ -24,8 +24,12 @@ public:
     /// The serials that the unit holds now, of those that the pass has stored.
     QVector<UnitValue> serials() const;
 
-    /// Whether the same stick can serve the next unit as it has served this one.
-    bool serialsLeft() const;
+    /// Why the same sticks cannot serve the next unit as they have served this one, in a sentence;
+    /// empty when they can.
+    QString hindrance() const;
+
+private:
+    QStringList serialsInPool() const;
 };
 
 } // namespace bench
