@@ -6,13 +6,23 @@
 
 namespace bench {
 
+Journal::~Journal()
+{
+    if (m_isNew && m_file.size() == 0)
+        m_file.remove();
+}
+
 bool Journal::open(const QString &path, QString *error)
 {
     m_file.setFileName(path);
-    if (m_file.open(QIODevice::Append | QIODevice::Unbuffered))
-        return true;
-    *error = tr("The journal %1 cannot be written: %2.").arg(path, m_file.errorString());
-    return false;
+    const bool isNew = !m_file.exists();
+    if (!m_file.open(QIODevice::Append | QIODevice::Unbuffered)) {
+        *error = tr("The journal %1 cannot be written: %2; name a file that can be.")
+                     .arg(path, m_file.errorString());
+        return false;
+    }
+    m_isNew = isNew;
+    return true;
 }
 
 void Journal::write(const Call &call)

@@ -16,8 +16,13 @@ namespace bench {
 class Journal
 {
     Q_DECLARE_TR_FUNCTIONS(Journal)
+    Q_DISABLE_COPY(Journal)
 
 public:
+    Journal() = default;
+    /// Leaves no empty file behind that was not there before.
+    ~Journal();
+
     /// Appends to @p path from now on; false with a sentence for the user when that is not
     /// possible.
     bool open(const QString &path, QString *error);
@@ -26,6 +31,7 @@ public:
 
 private:
     QFile m_file;
+    bool m_isNew = false;
 };
 
 } // namespace bench

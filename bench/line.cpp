@@ -9,13 +9,33 @@ namespace bench {
 
 Line::Line(const Options &options)
     : m_options(options)
-    , m_media(options.media)
+    , m_media(options.media, options.ownMounts)
 {
+    if (options.unit.unitDirectory.isEmpty())
+        m_throwaway = std::make_unique<QTemporaryDir>();
     connect(&m_media, &MountWatcher::mounted, this, &Line::mounted);
     connect(&m_media, &MountWatcher::unmounted, this, &Line::unmounted);
 }
 
-Line::~Line() = default;
+Line::~Line()
+{
+    removeUnusedUnit();
+}
+
+/// A number of its own is only for a unit that has been switched on.
+void Line::removeUnusedUnit()
+{
+    if (!m_options.severalUnits() || !m_session || m_session->hasStarted())
+        return;
+    m_session.reset();
+    m_unit.reset();
+    QDir(m_unitDirectory).removeRecursively();
+}
+
+bool Line::open(QString *error)
+{
+    return openJournal(error) && m_media.open(error);
+}
 
 void Line::observe(CallObserver observer)
 {
@@ -34,11 +54,6 @@ bool Line::openJournal(QString *error)
     return true;
 }
 
-bool Line::watchMedia(QString *error)
-{
-    return m_media.open(error);
-}
-
 QStringList Line::sticks() const
 {
     QStringList sticks = m_options.sticks + m_media.mounts();
@@ -51,6 +66,11 @@ bool Line::placeUnit(QString *error)
     m_session.reset();
     m_unit.reset();
 
+    if (m_throwaway && !m_throwaway->isValid()) {
+        *error = tr("A unit that is thrown away finds no place: %1; name a unit directory.")
+                     .arg(m_throwaway->errorString());
+        return false;
+    }
     HeadUnitConfig config = m_options.unit;
     m_unitDirectory = nextUnitDirectory();
     config.unitDirectory = m_unitDirectory;
@@ -83,8 +103,7 @@ QString Line::unitName() const
 
 QString Line::nextUnitDirectory() const
 {
-    const QString base =
-        m_options.unit.unitDirectory.isEmpty() ? m_throwaway.path() : m_options.unit.unitDirectory;
+    const QString base = m_throwaway ? m_throwaway->path() : m_options.unit.unitDirectory;
     if (!m_options.severalUnits())
         return base;
     for (int number = 1;; ++number) {

@@ -32,11 +32,12 @@ public:
     /// From now on every unit has @p observer; see HeadUnit::observe().
     void observe(CallObserver observer);
 
-    /// Opens the journal that the options ask for, if any; all units write to it.
-    bool openJournal(QString *error);
-
-    /// Watches for the real sticks that the options ask for, if any.
-    bool watchMedia(QString *error);
+    /**
+     * Opens the journal, to which all units write, and watches for the real sticks, if the options
+     * ask for them. Before the first unit, which is not touched when that fails: returns false with
+     * a sentence for the user in @p error.
+     */
+    bool open(QString *error);
 
     /// What a new unit is to find plugged: the folders that the options name and the real sticks.
     QStringList sticks() const;
@@ -70,10 +71,12 @@ signals:
     void unmounted(const QString &stick);
 
 private:
+    bool openJournal(QString *error);
+    void removeUnusedUnit();
     QString nextUnitDirectory() const;
 
     const Options &m_options;
-    QTemporaryDir m_throwaway; ///< for units that the user wants no data of
+    std::unique_ptr<QTemporaryDir> m_throwaway; ///< for units that the user wants no data of
     QString m_unitDirectory;
     Journal m_journal;
     MountWatcher m_media;

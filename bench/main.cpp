@@ -15,6 +15,7 @@
 #include <csignal>
 #include <cstdio>
 #include <fcntl.h>
+#include <optional>
 #include <unistd.h>
 
 using namespace bench;
@@ -53,6 +54,17 @@ void announce(const DryRun &copies)
         puts(qUtf8Printable(caution));
 }
 
+bool mountUnitsFlash(Options &options, QString *error)
+{
+    const QVector<Mount> before = readableMounts();
+    if (!mountFlash(options.flash, error))
+        return false;
+    options.ownMounts = readableMounts();
+    for (const Mount &mount : before)
+        options.ownMounts.removeOne(mount);
+    return true;
+}
+
 /// A journal holds the module's texts, and they are the same in every language.
 void loadModuleTexts(const Options &options)
 {
@@ -82,19 +94,32 @@ int run(const Options &options)
     return exitCode;
 }
 
+/// In the user's language, which is known only while there is an application object.
+QString noScreenText;
+
+/// Qt ends a program that gets no screen by a crash, with a text on its plugins.
+void refuseWithoutScreen(QtMsgType type, const QMessageLogContext &, const QString &)
+{
+    if (type == QtFatalMsg)
+        ::_exit(refuse(noScreenText));
+}
+
 /// Shows the units in a window; takes a process without an application object.
 int runWindow(int &argc, char **argv, const Options &options, const QString &libraryPath)
 {
     QPluginLoader loader(libraryPath);
     auto *screen = qobject_cast<ScreenPlugin *>(loader.instance());
     if (!screen)
-        return refuse(QCoreApplication::translate("Bench", "There is no window: %1")
-                          .arg(loader.errorString()));
+        return refuse(
+            QCoreApplication::translate("Bench", "There is no window (%1); leave --window out.")
+                .arg(loader.errorString()));
+    const QtMessageHandler handler = qInstallMessageHandler(refuseWithoutScreen);
     const auto application = screen->makeApplication(argc, argv);
+    qInstallMessageHandler(handler);
     prepareApplication();
     loadModuleTexts(options);
     const QuitSignals quitSignals;
-    QObject::connect(&quitSignals, &QuitSignals::received, qApp, &QCoreApplication::quit);
+    QObject::connect(&quitSignals, &QuitSignals::received, qApp, [screen] { screen->close(); });
     return screen->run(options);
 }
 
@@ -120,18 +145,22 @@ int main(int argc, char *argv[])
         if (!options.verbose)
             QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
         QString error;
-        DryRun copies;
-        if (options.dryRun && !copies.redirect(options, &error))
+        std::optional<DryRun> copies;
+        if (options.dryRun && !copies.emplace().redirect(options, &error))
             return refuse(error);
-        if (options.dryRun)
-            announce(copies);
+        if (copies)
+            announce(*copies);
         // Before anything else: it takes a process without further threads.
-        if (!options.flash.isEmpty() && !mountFlash(options.flash, &error))
+        if (!options.flash.isEmpty() && !mountUnitsFlash(options, &error))
             return refuse(error);
         if (!options.window) {
             loadModuleTexts(options);
             return run(options);
         }
+        noScreenText = QCoreApplication::translate(
+            "Bench",
+            "There is no screen for the window: set DISPLAY, WAYLAND_DISPLAY or QT_QPA_PLATFORM to "
+            "one that can be reached, or leave --window out.");
         screenPath =
             QCoreApplication::applicationDirPath() + QLatin1String("/" PRODUCTION_BENCH_WINDOW);
     }

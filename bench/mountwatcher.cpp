@@ -6,6 +6,8 @@
 #include <QStorageInfo>
 
 #include <algorithm>
+#include <pwd.h>
+#include <unistd.h>
 #include <utility>
 
 namespace bench {
@@ -27,18 +29,40 @@ bool canBeRead(const QString &directory)
     return info.isReadable() && info.isExecutable();
 }
 
+/// As the desktop knows the user, even where the environment does not tell.
+QString userName()
+{
+    const QString user = qEnvironmentVariable("USER");
+    const passwd *entry = user.isEmpty() ? ::getpwuid(::getuid()) : nullptr;
+    return entry ? QString::fromLocal8Bit(entry->pw_name) : user;
+}
+
 } // namespace
+
+QVector<Mount> readableMounts()
+{
+    QVector<Mount> mounts;
+    const QList<QStorageInfo> volumes = QStorageInfo::mountedVolumes();
+    for (const QStorageInfo &volume : volumes) {
+        const QString directory = volume.rootPath();
+        if (volume.isReady() && canBeRead(directory))
+            mounts.append({directory, volume.device()});
+    }
+    return mounts;
+}
 
 QStringList desktopMediaFolders()
 {
-    const QString user = qEnvironmentVariable("USER");
+    const QString user = userName();
     return {QDir::cleanPath(QLatin1String("/media/") + user),
             QDir::cleanPath(QLatin1String("/run/media/") + user)};
 }
 
-MountWatcher::MountWatcher(const QStringList &folders, QObject *parent)
+MountWatcher::MountWatcher(const QStringList &folders, const QVector<Mount> &leftOut,
+                           QObject *parent)
     : QObject(parent)
     , m_folders(folders)
+    , m_leftOut(leftOut)
     , m_table(QStringLiteral("/proc/self/mountinfo"))
 {
 }
@@ -48,7 +72,8 @@ bool MountWatcher::open(QString *error)
     if (m_folders.isEmpty())
         return true;
     if (!m_table.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
-        *error = tr("The mount table %1 cannot be watched: %2.")
+        *error = tr("The mount table %1 cannot be watched: %2; name the sticks with --stick "
+                    "instead of --media.")
                      .arg(m_table.fileName(), m_table.errorString());
         return false;
     }
@@ -81,15 +106,15 @@ void MountWatcher::update()
     }
 }
 
-QVector<MountWatcher::Mount> MountWatcher::readMounts() const
+QVector<Mount> MountWatcher::readMounts() const
 {
-    QVector<Mount> mounts;
-    const QList<QStorageInfo> volumes = QStorageInfo::mountedVolumes();
-    for (const QStorageInfo &volume : volumes) {
-        const QString directory = volume.rootPath();
-        if (volume.isReady() && isBeneath(directory, m_folders) && canBeRead(directory))
-            mounts.append({directory, volume.device()});
-    }
+    QVector<Mount> mounts = readableMounts();
+    mounts.erase(std::remove_if(mounts.begin(), mounts.end(),
+                                [this](const Mount &mount) {
+                                    return m_leftOut.contains(mount)
+                                        || !isBeneath(mount.directory, m_folders);
+                                }),
+                 mounts.end());
     return mounts;
 }
 

@@ -8,6 +8,21 @@
 
 namespace bench {
 
+/// An entry of the kernel's mount table.
+struct Mount
+{
+    QString directory;
+    QByteArray device; ///< another one at the same directory is another stick
+
+    bool operator==(const Mount &other) const
+    {
+        return directory == other.directory && device == other.device;
+    }
+};
+
+/// Those that this process can read, the oldest first.
+QVector<Mount> readableMounts();
+
 /// The folders beneath which the user's desktop mounts removable media; they need not exist.
 QStringList desktopMediaFolders();
 
@@ -23,8 +38,10 @@ class MountWatcher : public QObject
     Q_OBJECT
 
 public:
-    /// Nothing is watched without @p folders. One that is missing may still come.
-    explicit MountWatcher(const QStringList &folders, QObject *parent = nullptr);
+    /// Nothing is watched without @p folders. One that is missing may still come. What is among
+    /// @p leftOut is not told of.
+    explicit MountWatcher(const QStringList &folders, const QVector<Mount> &leftOut = {},
+                          QObject *parent = nullptr);
 
     /// Watches from now on; false with a sentence for the user when the kernel does not let it.
     bool open(QString *error);
@@ -40,20 +57,10 @@ private slots:
     void update();
 
 private:
-    struct Mount
-    {
-        QString directory;
-        QByteArray device; ///< another one at the same directory is another stick
-
-        bool operator==(const Mount &other) const
-        {
-            return directory == other.directory && device == other.device;
-        }
-    };
-
     QVector<Mount> readMounts() const;
 
     const QStringList m_folders;
+    const QVector<Mount> m_leftOut;
     QFile m_table;
     QVector<Mount> m_mounts;
 };

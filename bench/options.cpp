@@ -85,7 +85,8 @@ public:
            "names the folder in which each gets a numbered one.")};
     QCommandLineOption timeout{
         QStringLiteral("timeout"),
-        tr("Give up after that long; of several units, each and each wait for a stick counts."),
+        tr("Give up after that long; of several units, each and each wait for a stick counts. Not "
+           "with --window."),
         QStringLiteral("SECONDS")};
     QCommandLineOption journal{
         QStringLiteral("journal"),
@@ -100,7 +101,8 @@ public:
     static QString epilogue()
     {
         return tr(
-            "Lines on standard input act while it runs; their end changes nothing:\n"
+            "Without --window, lines on standard input act while it runs; their end changes\n"
+            "nothing:\n"
             "  plug DIR, unplug DIR     a stick comes or goes\n"
             "  canbus, mcu              the module sees data on its interface\n"
             "  quit                     the application ends, and the module with it\n"
@@ -139,6 +141,8 @@ public:
         m_options.window = m_parser.isSet(line.window);
         m_options.loop = m_parser.isSet(line.loop);
         m_options.dryRun = m_parser.isSet(line.dryRun);
+        if (m_options.window && m_parser.isSet(line.timeout))
+            fail(tr("--timeout is for the terminal; a window stays until it is closed."));
         if (m_options.window && m_options.loop)
             fail(tr("--loop is for the terminal; the window has a button for the next unit."));
         m_options.unit.displaySize = m_parser.value(line.displaySize);

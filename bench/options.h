@@ -1,8 +1,10 @@
 #pragma once
 
 #include "headunit.h"
+#include "mountwatcher.h"
 
 #include <QStringList>
+#include <QVector>
 
 namespace bench {
 
@@ -22,6 +24,7 @@ struct Options
     QStringList sticks;
     QStringList media; ///< folders beneath which every mount point is a stick
     QString flash;
+    QVector<Mount> ownMounts; ///< the unit's flash and what it took to mount it: no sticks
     QString journal;
     int timeoutSeconds = 0; ///< 0: no limit
     bool unplugWhenDone = false;

@@ -32,6 +32,7 @@ Session::Session(HeadUnit &unit, const Options &options)
 
 void Session::start()
 {
+    m_started = true;
     if (m_options.timeoutSeconds > 0)
         QTimer::singleShot(m_options.timeoutSeconds * 1000, this, &Session::onTimeout);
 

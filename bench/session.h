@@ -26,6 +26,8 @@ public:
     /// The references must outlive the session.
     Session(HeadUnit &unit, const Options &options);
 
+    bool hasStarted() const { return m_started; }
+
     /// What the unit has told the operator.
     QVector<Popup> told() const { return m_record.told(); }
 
@@ -70,6 +72,7 @@ private:
     const Options &m_options;
     PassRecord m_record;
 
+    bool m_started = false;
     QPointer<ProductionControl> m_control;
     QPointer<QThread> m_thread; ///< the worker's; null before the pass and once it has ended
     QString m_stick; ///< that of the pass; empty for a flash file, or when no stick holds a file

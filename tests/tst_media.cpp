@@ -38,6 +38,7 @@ private slots:
     void pulledWhen_data();
     void pulledWhen();
     void programTakesStickAfterStick();
+    void unitsFlashIsNoStick();
 
 private:
     QString path(const QString &name) const { return m_folder->filePath(name); }
@@ -182,6 +183,19 @@ void MediaTest::programTakesStickAfterStick()
     QCOMPARE(bench.exitCode(), 0);
     QCOMPARE(QDir(path("units")).entryList(QDir::Dirs | QDir::NoDotAndDotDot),
              QStringList({"unit-001", "unit-002"}));
+}
+
+void MediaTest::unitsFlashIsNoStick()
+{
+    QVERIFY(mount("tmpfs", "/media"));
+    QVERIFY(QDir().mkpath("/media/cdrom") && QDir().mkdir(path("flash")));
+    QVERIFY(writeFile(path("flash/production_sys.ini"), "[BT]\nmode=1\nadv_power=9\n"));
+    const Outcome outcome = runProgram(BENCH_PROGRAM, m_folder->path(),
+                                       "--media /media --flash flash --unplug-when-done");
+    QVERIFY(pull("/media"));
+    QCOMPARE(outcome.exitCode, 0);
+    QVERIFY2(outcome.out.contains("adv_power = 9"), outcome.err.constData());
+    QVERIFY2(!outcome.out.contains("plugged"), outcome.out.constData());
 }
 
 int main(int argc, char *argv[])

@@ -36,7 +36,7 @@ Board::Board(const Options &options)
 
 bool Board::open(QString *error)
 {
-    if (!placeUnit(error) || !m_line.openJournal(error) || !m_line.watchMedia(error))
+    if (!m_line.open(error) || !placeUnit(error))
         return false;
     m_line.plug(m_line.sticks());
     if (!m_line.unit()->sticks().isEmpty() || !m_options.flash.isEmpty())
