@@ -46,6 +46,9 @@ bool DryRun::redirect(Options &options, QString *error)
             return false;
     }
     QString &unit = options.unit.unitDirectory;
+    // A copy would be fit even where its original is not.
+    if (!unit.isEmpty() && !UnitData::canBeOpened(unit, error))
+        return false;
     if (!unit.isEmpty() && !takeCopy(unit, QDir(unit).entryList(QDir::Files | QDir::Hidden)))
         return false;
     if (!options.flash.isEmpty() && !takeCopy(options.flash, configurationFileNames()))
@@ -83,7 +86,9 @@ bool DryRun::copyFiles(const QString &from, const QStringList &names, const QStr
             copied &= QFile::copy(original.filePath(), filePath(to, name));
     }
     if (!copied)
-        *error = tr("%1 cannot be copied for the dry run.").arg(from);
+        *error = tr("%1 cannot be copied for the dry run; see that its files can be read and that "
+                    "%2 has room.")
+                     .arg(from, QDir::tempPath());
     return copied;
 }
 

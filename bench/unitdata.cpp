@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QTemporaryFile>
 #include <QUrl>
 
 #include <algorithm>
@@ -148,29 +149,69 @@ UnitData::~UnitData()
         ::close(m_lock);
 }
 
-bool UnitData::open(const QString &directory, QString *error)
+void UnitData::setDirectory(const QString &directory)
 {
     m_directory = QDir(directory).absolutePath();
     m_path = m_directory + QLatin1Char('/') + fileName;
-    if (!QDir().mkpath(m_directory)) {
-        *error =
-            tr("The unit directory %1 cannot be created; name a folder that can.").arg(m_directory);
-        return false;
-    }
-    if (!lock(error))
-        return false;
+}
 
-    QFile file(m_path);
-    if (file.exists()) {
-        if (!file.open(QIODevice::ReadOnly)) {
-            *error = tr("The unit's data %1 cannot be read: %2.").arg(m_path, file.errorString());
-            return false;
-        }
-        if (!parse(file.readAll(), error))
-            return false;
+bool UnitData::open(const QString &directory, QString *error)
+{
+    setDirectory(directory);
+    if (!QDir().mkpath(m_directory)) {
+        *error = cannotBeCreated();
+        return false;
     }
     // A unit that cannot store is found out now and not in the middle of a pass.
-    return store({}, error);
+    return lock(error) && read(error) && store({}, error);
+}
+
+bool UnitData::canBeOpened(const QString &directory, QString *error)
+{
+    UnitData data;
+    data.setDirectory(directory);
+    QString existing = data.m_directory;
+    while (!QFileInfo::exists(existing))
+        existing = QFileInfo(existing).path();
+    const bool isNew = existing != data.m_directory;
+    if (!QFileInfo(existing).isDir()) {
+        *error = data.cannotBeCreated();
+        return false;
+    }
+    if (!isNew && (!data.lock(error) || !data.read(error)))
+        return false;
+    // Only a try tells: the kernel's own folders take no file from root either.
+    QTemporaryFile file(existing + QLatin1Char('/') + fileName + temporarySuffix);
+    if (file.open())
+        return true;
+    *error = isNew ? data.cannotBeCreated() : data.cannotBeWritten(file.errorString());
+    return false;
+}
+
+QString UnitData::cannotBeCreated() const
+{
+    return tr("The unit directory %1 cannot be created; name a folder that can.").arg(m_directory);
+}
+
+QString UnitData::cannotBeWritten(const QString &reason) const
+{
+    return tr("The unit's data %1 cannot be written: %2; make room and see to the rights, or name "
+              "another unit directory.")
+        .arg(m_path, reason);
+}
+
+/// A unit without data is a new one.
+bool UnitData::read(QString *error)
+{
+    QFile file(m_path);
+    if (!file.exists())
+        return true;
+    if (file.open(QIODevice::ReadOnly))
+        return parse(file.readAll(), error);
+    *error = tr("The unit's data %1 cannot be read: %2; see to the rights, or name another unit "
+                "directory.")
+                 .arg(m_path, file.errorString());
+    return false;
 }
 
 /**
@@ -181,7 +222,9 @@ bool UnitData::lock(QString *error)
 {
     m_lock = ::open(QFile::encodeName(m_directory).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (m_lock < 0) {
-        *error = tr("The unit directory %1 cannot be opened: %2.").arg(m_directory, systemError());
+        *error = tr("The unit directory %1 cannot be opened: %2; see to the rights, or name "
+                    "another.")
+                     .arg(m_directory, systemError());
         return false;
     }
     if (::flock(m_lock, LOCK_EX | LOCK_NB) == 0)
@@ -201,7 +244,7 @@ bool UnitData::store(const QVector<UnitValue> &values, QString *error)
 
     QString reason;
     if (!replaceFile(m_path, toText(changed), &reason)) {
-        *error = tr("The unit's data %1 cannot be written: %2.").arg(m_path, reason);
+        *error = cannotBeWritten(reason);
         return false;
     }
     ::fsync(m_lock); // the new name in the directory; where that fails, the old file is still whole

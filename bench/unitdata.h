@@ -53,6 +53,9 @@ public:
      */
     bool open(const QString &directory, QString *error);
 
+    /// Whether open() would succeed, of which nothing stays; if not, with the same sentence.
+    static bool canBeOpened(const QString &directory, QString *error);
+
     /// Stores all of @p values at once. On failure nothing is stored, on disk or here.
     bool store(const QVector<UnitValue> &values, QString *error);
 
@@ -66,8 +69,12 @@ private:
     using Sections = std::array<QMap<QString, QVariant>, areas.size()>;
 
     static QByteArray toText(const Sections &sections);
-    bool parse(const QByteArray &text, QString *error);
+    void setDirectory(const QString &directory);
     bool lock(QString *error);
+    bool read(QString *error);
+    bool parse(const QByteArray &text, QString *error);
+    QString cannotBeCreated() const;
+    QString cannotBeWritten(const QString &reason) const;
 
     QString m_directory;
     QString m_path;

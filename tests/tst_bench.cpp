@@ -45,6 +45,10 @@ private slots:
 
     void wrongUsageIsRefused_data();
     void wrongUsageIsRefused();
+    void refusedRunChangesNothing_data();
+    void refusedRunChangesNothing();
+    void loopTellsWhyItEnds_data();
+    void loopTellsWhyItEnds();
     void linesOfInputAct_data();
     void linesOfInputAct();
     void passThatNeverEndsTimesOut();
@@ -169,7 +173,7 @@ void BenchTest::wrongUsageIsRefused_data()
           "--media=/no/such/folder", "--flash=/no/such/folder", "--step-range=256",
           "--step-range=-1", "--model=seven", "--timeout=0", "--without=wifi", "--set=Fctory/a=1",
           "--set=Factory/a", "--set=Factory/=1", "--journal=/no/such/folder/j",
-          "--dry-run --stick stick --media"})
+          "--dry-run --stick stick --media", "--window --timeout=2"})
         QTest::newRow(argument) << argument;
 }
 
@@ -181,6 +185,62 @@ void BenchTest::wrongUsageIsRefused()
     QVERIFY2(outcome.err.contains("--help"), outcome.err.constData());
     QVERIFY(outcome.out.isEmpty());
     QVERIFY(!QFile::exists(path("new")));
+}
+
+void BenchTest::refusedRunChangesNothing_data()
+{
+    QTest::addColumn<QString>("arguments");
+    QTest::addColumn<QByteArray>("error");
+    const auto row = [](const char *fault, const char *arguments, const char *error) {
+        QTest::newRow(fault) << QString(arguments) << QByteArray(error);
+    };
+    row("journal", "--unit new --set User/a=1 --journal /proc/j", "name a file");
+    row("journal, several units", "--loop --unit new --journal /proc/j", "name a file");
+    row("unit, with a journal", "--unit stick/production.ini --journal new", "name a folder");
+    row("unit of a dry run", "--dry-run --unit stick/production.ini/new", "name a folder");
+    row("kernel's folder", "--dry-run --unit /proc/self", "/proc/self/unit.ini cannot be written");
+    row("broken unit of a dry run", "--dry-run --unit unit", "{folder}/unit/unit.ini:1:");
+}
+
+void BenchTest::refusedRunChangesNothing()
+{
+    QFETCH(QString, arguments);
+    QFETCH(QByteArray, error);
+    QVERIFY(writeFile(path("unit/unit.ini"), "broken"));
+
+    const Outcome outcome = run("--stick stick " + arguments);
+    QCOMPARE(outcome.exitCode, 1);
+    error.replace("{folder}", m_folder->path().toUtf8());
+    QVERIFY2(outcome.err.contains(error), outcome.err.constData());
+    QVERIFY(!QFile::exists(path("new")));
+}
+
+void BenchTest::loopTellsWhyItEnds_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QByteArray>("reason");
+
+    QTest::newRow("pool used up") << QByteArray("[SN]\nmode=1\nA1\nA2\n")
+                                  << QByteArray("no serial for one more unit.");
+    QTest::newRow("nothing to take")
+        << QByteArray("[CANBUS]\nmode=1\n") << QByteArray("the pass took no serial.");
+    // Larger than the files that the test lets the program write.
+    QTest::newRow("no rewrite") << "[SN]\nmode=1\nA1\n[SK]\nmode=1\nK1\n;" + QByteArray(9000, 'x')
+                                << QByteArray("No further unit: SN A1 + SK K1 still in the pool");
+}
+
+void BenchTest::loopTellsWhyItEnds()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QByteArray, reason);
+    QVERIFY(writeFile(path("stick/production.ini"), content));
+
+    limitFileSize(8192);
+    const auto lift = qScopeGuard([] { limitFileSize(RLIM_INFINITY); });
+    const Outcome outcome = run("--loop --unplug-when-done --unit units --stick stick");
+    QCOMPARE(outcome.exitCode, 0);
+    QVERIFY2(outcome.out.contains(reason), outcome.out.constData());
+    QCOMPARE(outcome.out.contains("NOT in order"), reason.contains("still"));
 }
 
 void BenchTest::linesOfInputAct_data()
@@ -228,6 +288,9 @@ void BenchTest::passThatNeverEndsTimesOut()
     const Outcome outcome = run("--stick stick --timeout=1");
     QCOMPARE(outcome.exitCode, 3);
     QVERIFY(outcome.out.contains("ended"));
+
+    QCOMPARE(run("--loop --unit units --timeout=1").exitCode, 3);
+    QVERIFY(QDir(path("units")).isEmpty()); // no number for a unit that was never switched on
 }
 
 void BenchTest::signalLeavesNothingBehind()

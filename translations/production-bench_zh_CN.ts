@@ -4,20 +4,20 @@
 <context>
     <name>Bench</name>
     <message>
-        <source>There is no window: %1</source>
-        <translation>无法打开窗口：%1</translation>
-    </message>
-    <message>
         <source>Dry run: on copies, of which nothing stays.</source>
         <translation>试运行：只在副本上进行，不留下任何改动。</translation>
+    </message>
+    <message>
+        <source>There is no window (%1); leave --window out.</source>
+        <translation>无法打开窗口（%1）；请去掉 --window。</translation>
+    </message>
+    <message>
+        <source>There is no screen for the window: set DISPLAY, WAYLAND_DISPLAY or QT_QPA_PLATFORM to one that can be reached, or leave --window out.</source>
+        <translation>没有可显示窗口的屏幕：请将 DISPLAY、WAYLAND_DISPLAY 或 QT_QPA_PLATFORM 设为可用的屏幕，或去掉 --window。</translation>
     </message>
 </context>
 <context>
     <name>DryRun</name>
-    <message>
-        <source>%1 cannot be copied for the dry run.</source>
-        <translation>无法为试运行复制 %1。</translation>
-    </message>
     <message>
         <source>%1 cannot be written to: what a unit takes stays in its pools, and the next one takes it again.</source>
         <translation>%1 无法写入：车机取走的值仍留在池中，下一台会再次取到。</translation>
@@ -25,6 +25,10 @@
     <message>
         <source>%1 has no room for the rewrite: what a unit takes stays in its pools, and the next one takes it again.</source>
         <translation>%1 没有改写文件所需的空间：车机取走的值仍留在池中，下一台会再次取到。</translation>
+    </message>
+    <message>
+        <source>%1 cannot be copied for the dry run; see that its files can be read and that %2 has room.</source>
+        <translation>无法为试运行复制 %1；请确认其中的文件可以读取，且 %2 有足够空间。</translation>
     </message>
 </context>
 <context>
@@ -52,8 +56,8 @@
 <context>
     <name>Journal</name>
     <message>
-        <source>The journal %1 cannot be written: %2.</source>
-        <translation>无法写入日志文件 %1：%2。</translation>
+        <source>The journal %1 cannot be written: %2; name a file that can be.</source>
+        <translation>无法写入日志文件 %1：%2；请指定一个可写的文件。</translation>
     </message>
 </context>
 <context>
@@ -167,35 +171,6 @@
         <translation>一台接一台地生产，插入下一个U盘时换下一台；此时 --unit 指定的文件夹中，每台车机各有一个带编号的文件夹。与 --unplug-when-done 一起使用时，同样的U盘立即用于下一台，直到某个池用完、某轮没有取用序列号，或向操作员报告了问题为止。</translation>
     </message>
     <message>
-        <source>Give up after that long; of several units, each and each wait for a stick counts.</source>
-        <translation>超过该秒数即放弃；有多台车机时，每台以及每次等待U盘分别计时。</translation>
-    </message>
-    <message>
-        <source>Lines on standard input act while it runs; their end changes nothing:
-  plug DIR, unplug DIR     a stick comes or goes
-  canbus, mcu              the module sees data on its interface
-  quit                     the application ends, and the module with it
-
-Exit codes:
-  0  the module has ended: after the unplugging, by itself, with nothing to do, or
-     by &apos;quit&apos;
-  1  wrong usage, or a unit directory, stick, flash folder or journal that cannot be
-     used, or no production file on any of the sticks; nothing has been run
-  3  timed out
-</source>
-        <translation>运行时可在标准输入上输入以下各行；输入结束没有任何影响：
-  plug DIR, unplug DIR     插入或拔出U盘
-  canbus, mcu              模块在其接口上收到数据
-  quit                     应用程序结束，模块随之结束
-
-退出码：
-  0  模块已结束：拔出U盘之后、自行结束、无事可做，或输入了 &apos;quit&apos;
-  1  用法错误，或者车机文件夹、U盘、闪存文件夹、日志文件无法使用，
-     或所有U盘上都没有生产文件；没有运行任何内容
-  3  超时
-</translation>
-    </message>
-    <message>
         <source>--loop is for the terminal; the window has a button for the next unit.</source>
         <translation>--loop 用于终端；窗口中有切换到下一台车机的按钮。</translation>
     </message>
@@ -210,6 +185,40 @@ Exit codes:
     <message>
         <source>--dry-run runs one pass on the sticks that are named.</source>
         <translation>--dry-run 只在指定的U盘上运行一次。</translation>
+    </message>
+    <message>
+        <source>Give up after that long; of several units, each and each wait for a stick counts. Not with --window.</source>
+        <translation>超过该秒数即放弃；有多台车机时，每台以及每次等待U盘分别计时。不能与 --window 同用。</translation>
+    </message>
+    <message>
+        <source>Without --window, lines on standard input act while it runs; their end changes
+nothing:
+  plug DIR, unplug DIR     a stick comes or goes
+  canbus, mcu              the module sees data on its interface
+  quit                     the application ends, and the module with it
+
+Exit codes:
+  0  the module has ended: after the unplugging, by itself, with nothing to do, or
+     by &apos;quit&apos;
+  1  wrong usage, or a unit directory, stick, flash folder or journal that cannot be
+     used, or no production file on any of the sticks; nothing has been run
+  3  timed out
+</source>
+        <translation>不带 --window 时，运行中可在标准输入上输入以下各行；输入结束没有任何影响：
+  plug DIR, unplug DIR     插入或拔出U盘
+  canbus, mcu              模块在其接口上收到数据
+  quit                     应用程序结束，模块随之结束
+
+退出码：
+  0  模块已结束：拔出U盘之后、自行结束、无事可做，或输入了 &apos;quit&apos;
+  1  用法错误，或者车机文件夹、U盘、闪存文件夹、日志文件无法使用，
+     或所有U盘上都没有生产文件；没有运行任何内容
+  3  超时
+</translation>
+    </message>
+    <message>
+        <source>--timeout is for the terminal; a window stays until it is closed.</source>
+        <translation>--timeout 用于终端；窗口会一直打开，直到被关闭。</translation>
     </message>
 </context>
 <context>
@@ -465,24 +474,24 @@ Exit codes:
         <translation>无法创建车机文件夹 %1；请指定可以创建的文件夹。</translation>
     </message>
     <message>
-        <source>The unit&apos;s data %1 cannot be read: %2.</source>
-        <translation>无法读取车机数据 %1：%2。</translation>
-    </message>
-    <message>
-        <source>The unit directory %1 cannot be opened: %2.</source>
-        <translation>无法打开车机文件夹 %1：%2。</translation>
-    </message>
-    <message>
         <source>The unit directory %1 is in use by another bench; end that one or name another directory.</source>
         <translation>车机文件夹 %1 正被另一个 production-bench 使用；请结束它，或指定另一个文件夹。</translation>
     </message>
     <message>
-        <source>The unit&apos;s data %1 cannot be written: %2.</source>
-        <translation>无法写入车机数据 %1：%2。</translation>
-    </message>
-    <message>
         <source>%1:%2: not a line of a unit&apos;s data (mend it, or remove the file for a new unit): %3</source>
         <translation>%1:%2：不是车机数据的行（请修正，或删除该文件以使用新车机）：%3</translation>
+    </message>
+    <message>
+        <source>The unit&apos;s data %1 cannot be written: %2; make room and see to the rights, or name another unit directory.</source>
+        <translation>无法写入车机数据 %1：%2；请检查空间和权限，或指定另一个车机文件夹。</translation>
+    </message>
+    <message>
+        <source>The unit&apos;s data %1 cannot be read: %2; see to the rights, or name another unit directory.</source>
+        <translation>无法读取车机数据 %1：%2；请检查权限，或指定另一个车机文件夹。</translation>
+    </message>
+    <message>
+        <source>The unit directory %1 cannot be opened: %2; see to the rights, or name another.</source>
+        <translation>无法打开车机文件夹 %1：%2；请检查权限，或指定另一个文件夹。</translation>
     </message>
 </context>
 <context>
@@ -498,6 +507,22 @@ Exit codes:
     <message>
         <source>the stick was pulled before the pass was over</source>
         <translation>本轮生产结束前U盘被拔出</translation>
+    </message>
+    <message>
+        <source>%1 still in the pool, for the next unit to take again: the file could not be rewritten</source>
+        <translation>%1 仍在号池中，下一台车机会再次取用：文件无法改写</translation>
+    </message>
+    <message>
+        <source>No further unit: %1.</source>
+        <translation>不再继续下一台车机：%1。</translation>
+    </message>
+    <message>
+        <source>No further unit: the pass took no serial.</source>
+        <translation>不再继续下一台车机：本次没有取用序列号。</translation>
+    </message>
+    <message>
+        <source>The sticks have no serial for one more unit.</source>
+        <translation>U盘上没有可供下一台车机使用的序列号。</translation>
     </message>
 </context>
 <context>
@@ -542,6 +567,13 @@ Exit codes:
     <message>
         <source>N&amp;ight</source>
         <translation>夜间(&amp;I)</translation>
+    </message>
+</context>
+<context>
+    <name>bench::Line</name>
+    <message>
+        <source>A unit that is thrown away finds no place: %1; name a unit directory.</source>
+        <translation>无处存放临时车机：%1；请指定车机文件夹。</translation>
     </message>
 </context>
 <context>
@@ -594,8 +626,8 @@ Exit codes:
 <context>
     <name>bench::MountWatcher</name>
     <message>
-        <source>The mount table %1 cannot be watched: %2.</source>
-        <translation>无法监视挂载表 %1：%2。</translation>
+        <source>The mount table %1 cannot be watched: %2; name the sticks with --stick instead of --media.</source>
+        <translation>无法监视挂载表 %1：%2；请用 --stick 指定U盘，不要用 --media。</translation>
     </message>
 </context>
 <context>
@@ -773,10 +805,6 @@ Exit codes:
     <message>
         <source>Now: unplug DIR, plug DIR, canbus, mcu, quit</source>
         <translation>现在可以输入：unplug DIR、plug DIR、canbus、mcu、quit</translation>
-    </message>
-    <message>
-        <source>The sticks have no serial for one more unit.</source>
-        <translation>U盘上没有可供下一台车机使用的序列号。</translation>
     </message>
     <message>
         <source>Waiting for the next stick: plug DIR, or quit</source>
