@@ -37,7 +37,8 @@ private:
 
     QString limit(const QString &title, double value, double most, const QString &unit);
     QString ratio(const QByteArray &row, const QByteArray &other, double most);
-    QString growth(const QByteArray &row, const QString &title);
+    double growth(const QByteArray &row, const QByteArray &part = {}) const;
+    QString growthLimits();
 
     QMap<int, QMap<QByteArray, Measurement>> measurements; ///< by number of serials, then row
     int failed = 0;

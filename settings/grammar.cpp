@@ -41,6 +41,8 @@ KeyLine scanKeyLine(QStringView line)
     bool quoted = false;
     const int size = int(line.size());
     for (int i = 0; i < size; ++i) {
+        if (!isActive(line[i]))
+            continue;
         switch (line[i].unicode()) {
         case '=':
             if (!quoted && key.separator < 0)

@@ -44,6 +44,22 @@ struct KeyLine
     QVariant value() const;
 };
 
+/// Whether a scan of a key line acts on @p c; every other character is plain text.
+constexpr bool isActive(QChar c)
+{
+    switch (c.unicode()) {
+    case '=':
+    case '"':
+    case ',':
+    case ';':
+    case '#':
+    case '\\':
+        return true;
+    default:
+        return false;
+    }
+}
+
 /// Whether the trimmed line @p line begins a section.
 inline bool isSectionHeader(QStringView line)
 {

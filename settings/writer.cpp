@@ -65,20 +65,8 @@ bool isPlain(QStringView text)
 {
     if (text.isEmpty())
         return true;
-    for (const QChar c : text) {
-        switch (c.unicode()) {
-        case '=':
-        case '"':
-        case ',':
-        case ';':
-        case '#':
-        case '\\':
-        case '[':
-            return false;
-        default:
-            break;
-        }
-    }
+    if (std::any_of(text.begin(), text.end(), isActive) || text.front() == QLatin1Char('['))
+        return false;
     return !text.front().isSpace() && !text.back().isSpace();
 }
 
