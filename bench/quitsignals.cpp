@@ -28,7 +28,7 @@ QuitSignals::QuitSignals(QObject *parent)
         return; // the process then ends as it would without this
     auto *notifier = new QSocketNotifier(pipeEnds[0], QSocketNotifier::Read, this);
     connect(notifier, &QSocketNotifier::activated, this, [this] {
-        char signal;
+        char signal = 0;
         if (::read(pipeEnds[0], &signal, 1) == 1)
             emit received();
     });

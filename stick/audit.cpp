@@ -233,7 +233,8 @@ AuditResult audit(const QStringList &sticks, const QStringList &issued)
     Audit run;
     for (const QString &path : issued)
         run.addIssued(path);
-    for (const QString &path : distinctPaths(sticks))
+    const QStringList distinct = distinctPaths(sticks);
+    for (const QString &path : distinct)
         run.addStick(path);
     return run.result();
 }

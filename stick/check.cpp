@@ -179,7 +179,8 @@ CheckedFile Check::summaryOf(const Subject &subject) const
 CheckResult check(const QStringList &paths, const CheckOptions &options)
 {
     Check run(options);
-    for (const QString &path : distinctPaths(paths))
+    const QStringList distinct = distinctPaths(paths);
+    for (const QString &path : distinct)
         run.add(path);
     return run.takeResult();
 }
