@@ -43,9 +43,12 @@ if(PRODUCTION_SANITIZE)
     add_compile_options(-fsanitize=${PRODUCTION_SANITIZE} -fno-omit-frame-pointer)
     add_link_options(-fsanitize=${PRODUCTION_SANITIZE})
 endif()
+# For the module's own targets, whose lines and branches are counted.
+add_library(production_counted INTERFACE)
 if(PRODUCTION_COVERAGE)
     # Two threads count. Every call would count as a branch to where exceptions are caught, which
     # neither Qt nor this code throws.
-    add_compile_options(--coverage -fprofile-update=atomic -fno-exceptions)
+    target_compile_options(production_counted INTERFACE
+        --coverage -fprofile-update=atomic -fno-exceptions)
     add_link_options(--coverage)
 endif()

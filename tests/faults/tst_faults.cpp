@@ -198,8 +198,10 @@ private:
         bench.start("env",
                     {"LD_PRELOAD=" SHIM_LIBRARY, QString("FAULT_FAT=%1").arg(likeFat),
                      "FAULT_DIRECTORIES=" + stick + ':' + folder.filePath(unit),
-                     QString("FAULT_CUT=%1").arg(cutPoint), BENCH_PROGRAM, "--unit",
-                     folder.filePath(unit), "--stick", stick, "--unplug-when-done"});
+                     QString("FAULT_CUT=%1").arg(cutPoint),
+                     "GCOV_PREFIX=" + folder.path(), // a cut would spoil the counts of all
+                     BENCH_PROGRAM, "--unit", folder.filePath(unit), "--stick", stick,
+                     "--unplug-when-done"});
         const bool ended = bench.waitForFinished(hangLimit);
         errors = QString::fromUtf8(bench.readAllStandardError()) + (ended ? "" : "hangs");
         const bool exited = bench.exitStatus() == QProcess::NormalExit;
