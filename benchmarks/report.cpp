@@ -156,8 +156,9 @@ QString Report::growthLimits()
         text += limit(title.arg(QString::fromLatin1(row.title)), growth(row.id), nLogN, {});
     text += limit(title.arg(QStringLiteral("choosing beyond childKeys()")),
                   growth(rows::choosing.id, rows::childKeys.id), nLogN, {});
-    for (const Row &row : {rows::takeOneQt, rows::takeOneIniFormat, rows::takeOneGlib,
-                           rows::takeOneBytes, rows::childKeys})
+    for (const Row &row :
+         {rows::choosing, rows::childKeys, rows::takeOneQt, rows::takeOneIniFormat,
+          rows::takeOneGlib, rows::takeOneBytes, rows::plainReader, rows::plainWriter})
         text += QStringLiteral("note  %1: %2\n")
                     .arg(title.arg(QString::fromLatin1(row.title)), number(growth(row.id)));
     return text;

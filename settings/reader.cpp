@@ -29,7 +29,7 @@ QString fullKey(const QString &prefix, QStringView name)
  *
  * Keys wait until many nodes of the map can be made one after the other; the last ones until the
  * end of this object. QSettings soon frees the nodes but keeps the keys, and keys between the nodes
- * would leave it with holes for memory: taking one serial of 100,000 then takes a quarter longer.
+ * would leave it with holes for memory: taking one serial of 100,000 then takes a fifth longer.
  */
 template <typename Value>
 class AscendingInsertion
