@@ -16,7 +16,7 @@ namespace {
 const QLatin1String lineEnd("\r\n");
 const QLatin1String itemSeparator(" , ");
 constexpr int commentColumn = 16; ///< Bytes; comments of longer lines stand at multiples of 4.
-constexpr int outputSize = 64 * 1024; ///< Characters that are collected for one write.
+constexpr int outputSize = 16 * 1024; ///< Characters that are collected for one write.
 
 /// In a named section these come first, in this order.
 constexpr std::array<QLatin1String, 3> specialNames = {
@@ -50,9 +50,17 @@ bool isList(const QVariant &value)
         || value.userType() == QMetaType::QStringList;
 }
 
+/// The text of a value that is a single one, without a copy; nullptr for any other.
+const QString *textOf(const QVariant &value)
+{
+    return value.userType() == QMetaType::QString ? static_cast<const QString *>(value.constData())
+                                                  : nullptr;
+}
+
 bool isBareValue(const QVariant &value)
 {
-    return value.userType() == QMetaType::QString && value.toString() == bareValue();
+    const QString *const text = textOf(value);
+    return text != nullptr && *text == bareValue();
 }
 
 QStringList texts(const QVariant &value)
@@ -281,11 +289,11 @@ private:
     bool writePlainEntry(const Entry &entry)
     {
         const Place place = usualPlace(entry.key);
-        if (place.name.isEmpty() || !isPlain(place.name))
+        const QString *const value = textOf(entry.value);
+        if (place.name.isEmpty() || !isPlain(place.name) || value == nullptr)
             return false;
-        const bool bare = isBareValue(entry.value);
-        const QString value = bare ? QString() : entry.value.toString();
-        if (!bare && (isList(entry.value) || !isPlain(value)))
+        const bool bare = *value == bareValue();
+        if (!bare && !isPlain(*value))
             return false;
         if (!isCurrent(place)) {
             if (!headerComesBack(place))
@@ -299,7 +307,7 @@ private:
         output.append(place.name.data(), int(place.name.size()));
         if (!bare) {
             output += QLatin1Char('=');
-            output += value;
+            output += *value;
         }
         appendComment(output, lineBegin, entry.comment);
         output += lineEnd;
