@@ -19,7 +19,7 @@ std::optional<QString> smallest(const QStringList &pool, const StopRequested &st
     for (const QString &entry : pool) {
         if (stop())
             return std::nullopt;
-        if (eligible(entry) && (found == nullptr || entry < *found))
+        if ((found == nullptr || entry < *found) && eligible(entry))
             found = &entry;
     }
     return found != nullptr ? std::optional(*found) : std::nullopt;
