@@ -21,10 +21,12 @@ int iterations(int serials)
     return std::clamp(20'000 / std::max(serials, 1), 1, 100);
 }
 
-/// Of which the least counts: on a machine without other work a single one would do.
-int rounds(int serials)
+constexpr int rounds = 5;
+
+/// In each round, how often the rows are measured in turn; most where they are compared.
+int turns(int serials)
 {
-    return serials <= 100'000 ? 7 : 3;
+    return serials == Report::comparedSize ? 16 : 1;
 }
 
 QByteArray benchmarkName(const Row &row, int serials)
@@ -79,7 +81,7 @@ Measurement measure(const Row &row, int serials)
                qUtf8Printable(result[QLatin1String("error_message")].toString()));
     return {result[QLatin1String("real_time")].toDouble(),
             result[QLatin1String("flush")].toDouble(), result[QLatin1String("peak")].toDouble(),
-            result[QLatin1String("threads")].toInt()};
+            result[QLatin1String("threads")].toDouble()};
 }
 
 void measureInto(Report &report, const Row &row, int serials)
@@ -91,11 +93,12 @@ void measureInto(Report &report, const Row &row, int serials)
 int printReport(const QVector<int> &sizes)
 {
     Report report;
-    for (int serials : sizes) {
-        // Round by round: what else the machine does then meets every row alike.
-        for (int round = 0; round < rounds(serials); ++round) {
-            for (const Row *row : rows::scaling())
-                measureInto(report, *row, serials);
+    for (int round = 0; round < rounds; ++round) {
+        for (int serials : sizes) {
+            for (int turn = 0; turn < turns(serials); ++turn) {
+                for (const Row *row : rows::scaling())
+                    measureInto(report, *row, serials);
+            }
         }
     }
     for (int round = 0; round < bootRounds; ++round)

@@ -5,21 +5,26 @@
 #include <QString>
 #include <QVector>
 
-/// What one row showed: the least of several rounds, for the machine may have other work as well.
+/// What one round of a row showed.
 struct Measurement
 {
-    double cpu = 0; ///< seconds, outside of flushes
-    double flush = 0; ///< seconds
-    double peak = 0; ///< bytes
-    int threads = 0; ///< started by the row
-
-    void takeLeast(const Measurement &other);
+    double cpu; ///< seconds, outside of flushes
+    double flush; ///< seconds
+    double peak; ///< bytes
+    double threads; ///< started by the row
 };
 
-/// The measurements of one run, and what is read from them.
+/**
+ * The measurements of one run, and what is read from them: of every quantity the median of its
+ * rounds. A ratio is the median of each round's ratio, since what else the machine did in a round
+ * met both rows.
+ */
 class Report
 {
 public:
+    static constexpr int comparedSize = 100'000; ///< Serials at which rows are compared.
+
+    /// To be called round by round.
     void add(const QByteArray &row, int serials, const Measurement &measurement);
 
     /// A Markdown table for every number of serials, and the cost of a normal boot.
@@ -30,16 +35,21 @@ public:
     bool allHold() const { return failed == 0; }
 
 private:
+    using Quantity = double Measurement::*;
+
     bool has(const QByteArray &row, int serials) const;
-    Measurement at(const QByteArray &row, int serials) const;
+    double median(const QByteArray &row, int serials, Quantity quantity) const;
+    double ratio(const QByteArray &row, const QByteArray &other, int serials,
+                 Quantity quantity) const;
+    double growth(const QByteArray &row) const;
+
     QString table(int serials) const;
     QString boot() const;
 
     QString limit(const QString &title, double value, double most, const QString &unit);
-    QString ratio(const QByteArray &row, const QByteArray &other, double most);
-    double growth(const QByteArray &row, const QByteArray &part = {}) const;
+    QString ratioLimit(const QByteArray &row, const QByteArray &other, double most);
     QString growthLimits();
 
-    QMap<int, QMap<QByteArray, Measurement>> measurements; ///< by number of serials, then row
+    QMap<int, QMap<QByteArray, QVector<Measurement>>> measurements; ///< by serials, then row
     int failed = 0;
 };

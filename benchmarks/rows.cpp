@@ -2,6 +2,7 @@
 
 QVector<const Row *> rows::scaling()
 {
-    return {&takeOneBytes, &takeOneQt, &takeOne,     &takeOneIniFormat, &takeOneGlib, &reader,
-            &plainReader,  &writer,    &plainWriter, &childKeys,        &choosing,    &pass};
+    return {&takeOneBytes, &takeOneQt,   &takeOne, &takeOneIniFormat, &takeOneGlib,
+            &reader,       &plainReader, &writer,  &plainWriter,      &sorting,
+            &childKeys,    &choosing,    &pass};
 }

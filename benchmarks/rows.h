@@ -28,6 +28,7 @@ extern const Row takeOneQt;
 extern const Row takeOneBytes;
 
 // choosing.cpp
+extern const Row sorting;
 extern const Row childKeys;
 extern const Row choosing;
 

@@ -6,10 +6,10 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-case ${1-} in
+case "$*" in
 "" | --update) ;;
 *)
-    echo "benchmark.sh: unknown option '$1' (--update)" >&2
+    echo "benchmark.sh: takes nothing but --update, not '$*'" >&2
     exit 2
     ;;
 esac

@@ -178,10 +178,15 @@ bool write(QIODevice &device, const SettingsMap &map, const KeyComments &comment
     const QStringList specialNames = {QStringLiteral("mode"), QStringLiteral("length"),
                                       QStringLiteral("startwith")};
     bool ok = true;
+    QString lastPrefix;
     QString lastHeader;
     QStringList written;
     for (auto it = map.begin(); ok && it != map.end(); ++it) {
-        const QString header = headerOf(it.key());
+        const int nameBegin = it.key().lastIndexOf(QLatin1Char('/')) + 1;
+        const bool samePrefix = !lastHeader.isEmpty() && it.key().leftRef(nameBegin) == lastPrefix;
+        const QString header = samePrefix ? lastHeader : headerOf(it.key());
+        if (!samePrefix)
+            lastPrefix = it.key().left(nameBegin);
         if (header != lastHeader) {
             if (!lastHeader.isEmpty())
                 device.write("\r\n");
@@ -196,7 +201,7 @@ bool write(QIODevice &device, const SettingsMap &map, const KeyComments &comment
                 written.append(name);
             }
         }
-        const QString name = it.key().mid(it.key().lastIndexOf(QLatin1Char('/')) + 1);
+        const QString name = it.key().mid(nameBegin);
         if (!written.contains(name))
             ok = ok && device.write(keyLine(name, it.value(), comments.value(it.key()))) >= 0;
     }
