@@ -57,9 +57,16 @@ quietly() {
     rm -f "$log"
 }
 
+all=(format translations docs tidy clazy coverage)
+checks=("${@:-${all[@]}}")
+for check in "${checks[@]}"; do
+    if ! declare -F "check_$check" >/dev/null; then
+        echo "check.sh: unknown check '$check' (${all[*]})" >&2
+        exit 2
+    fi
+done
+
 scripts/setup.sh build test check
-checks=("$@")
-[ ${#checks[@]} -gt 0 ] || checks=(format translations docs tidy clazy coverage)
 for check in "${checks[@]}"; do
     echo "== $check"
     "check_$check"
