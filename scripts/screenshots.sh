@@ -10,7 +10,7 @@ build=${BUILD_DIR:-build/release}
 folder=${1:-$build/screenshots}
 mkdir -p "$folder"
 cmake --preset release -B "$build" >/dev/null
-cmake --build "$build" --target production_screenshots production_qm >/dev/null
+cmake --build "$build" --target production_screenshots production_qm
 
 XDG_RUNTIME_DIR=$(mktemp -d)
 trap 'rm -rf "$XDG_RUNTIME_DIR"' EXIT
