@@ -11,6 +11,24 @@
 
 using namespace production;
 
+namespace {
+
+/**
+ * Why QSettings must not rewrite @p path now, nullptr when it may: it would create a file that is
+ * gone anew, and wait for a lock that cannot be removed. A lock that an earlier rewrite of the pass
+ * could not remove is of no use to anybody.
+ */
+const char *obstacleToRewrite(const QString &path)
+{
+    if (!QFile::exists(path))
+        return "it is gone";
+    const QFileInfo lock(lockFilePath(path));
+    const bool isLocked = lock.exists() || lock.isSymLink();
+    return isLocked && !QFile::remove(lock.filePath()) ? "its lock cannot be removed" : nullptr;
+}
+
+} // namespace
+
 void ProductionObject::provision(const SerialGroup &group, int mode,
                                  const std::optional<QString> &chosen, QSettings &settings,
                                  QStringList &provisioned)
@@ -55,25 +73,31 @@ void ProductionObject::writeSerial(const SerialGroup &group, const QString &valu
     WORKER_LOG() << "write:" << group.name << value;
 }
 
-/// Rewrites the file without @p value. A file that cannot be rewritten is left as it is.
+/**
+ * Rewrites the file without @p value, with a second try in case that an error of the stick was a
+ * passing one. A file that cannot be rewritten is left as it is.
+ */
 void ProductionObject::removeFromPool(const SerialGroup &group, const QString &value,
                                       QSettings &settings)
 {
     const QString path = settings.fileName();
-    const QFileInfo lock(lockFilePath(path));
-    // QSettings would create a file that is gone anew, and wait for a lock that cannot be removed.
-    if (!QFile::exists(path) || lock.exists() || lock.isSymLink()) {
-        qWarning("%s: not rewritten, %s", qUtf8Printable(configPath),
-                 QFile::exists(path) ? "its lock cannot be removed" : "it is gone");
+    if (const char *const obstacle = obstacleToRewrite(path)) {
+        qWarning("%s: not rewritten, %s", qUtf8Printable(configPath), obstacle);
         return;
     }
+    // An error of an earlier rewrite stays in the status, and this one then takes both values out;
+    // that it did shows the size, except where the new layout makes up for them to the byte.
     const qint64 sizeBefore = QFileInfo(path).size();
+    const auto failed = [&] {
+        return settings.status() != QSettings::NoError && QFileInfo(path).size() == sizeBefore;
+    };
     settings.beginGroup(group.name);
     settings.remove(value);
     settings.endGroup();
     settings.sync();
-    // An error of an earlier rewrite stays in the status, and this one then takes both values out.
-    if (settings.status() != QSettings::NoError && QFileInfo(path).size() == sizeBefore) {
+    if (failed() && obstacleToRewrite(path) == nullptr)
+        settings.sync(); // QSettings still knows what it has to remove
+    if (failed()) {
         qWarning("%s: not rewritten, %s still stands in its pool (QSettings status %d)",
                  qUtf8Printable(configPath), qUtf8Printable(value), int(settings.status()));
     }

@@ -468,6 +468,7 @@ void TestFaults::everyError()
         const int sn = serialNumber(unit.stored(bench::Area::Production, "SN"));
         const int sk = serialNumber(unit.stored(bench::Area::Production, "SK"));
         const bool stillInPool = sn >= taken->sn || sk >= taken->sk;
+        figures.demand(!stillInPool || persists, "a passing error keeps the serial in the pool");
         figures.demand(!stillInPool || tellsOfFailedRewrite(warnings), "no word in the log");
         kept += stillInPool ? 1 : 0;
     }
