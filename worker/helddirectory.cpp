@@ -11,7 +11,7 @@ namespace production {
 namespace {
 
 /**
- * Gives an open file a number that was not in use lately, as far as the process may have so many.
+ * Gives an open file a number that was not in use lately; for the worker thread.
  *
  * QSettings keeps a file that it could not write in its process-wide cache with the keys that it
  * still wants to remove, and applies them to the next file of the same path: a serial of another
@@ -19,12 +19,17 @@ namespace {
  */
 int renumbered(int descriptor)
 {
-    constexpr unsigned lowest = 128;
-    constexpr unsigned numbers = 256;
-    static std::atomic<unsigned> used{0};
-    const int other = fcntl(descriptor, F_DUPFD_CLOEXEC, int(lowest + used++ % numbers));
+    constexpr int lowest = 128;
+    constexpr int highest = 4096; // the kernel's table of the process grows with its numbers
+    static std::atomic<int> wanted{lowest};
+    if (wanted > highest)
+        wanted = lowest;
+    int other = fcntl(descriptor, F_DUPFD_CLOEXEC, wanted.load());
+    if (other < 0) // the process may not have so many
+        other = fcntl(descriptor, F_DUPFD_CLOEXEC, lowest);
     if (other < 0)
         return descriptor;
+    wanted = other + 1; // what was wanted may have been in use
     close(descriptor);
     return other;
 }

@@ -10,6 +10,7 @@ namespace production {
  * A stick can be unmounted at any moment. Whatever is opened or created by the path of the mount
  * point after that lands on the unit's own flash below it; through the open directory it lands on
  * the stick or nowhere. While held, the stick cannot be unmounted other than lazily or by force.
+ * Worker thread.
  */
 class HeldDirectory
 {
