@@ -102,6 +102,13 @@ void ProductionControl::checkUSB()
         return;
     }
     init();
+    if (!workerThread->isRunning()) {
+        qWarning("The system has no thread for the production pass.");
+        delete worker; // no thread of its own will ever do it
+        worker = nullptr;
+        deleteLater();
+        return;
+    }
     emit startExe(onFlash ? flashPath : QString());
 }
 
@@ -278,7 +285,7 @@ void ProductionControl::releaseWorkerThread()
     // Its parent would delete it right now, and deleting a running thread aborts the process.
     workerThread->setParent(nullptr);
     connect(workerThread, SIGNAL(finished()), workerThread, SLOT(deleteLater()));
-    if (workerThread->isFinished())
+    if (!workerThread->isRunning())
         workerThread->deleteLater();
     workerThread = nullptr;
 }

@@ -75,12 +75,16 @@ void ProductionObject::leaveProductionModel()
     WORKER_LOG() << __func__;
     if (leaveBegun.exchange(true))
         return;
+    const QPointer<ProductionObject> self(this); // a module's slot may let the host delete all
     if (state >= Running) {
         const int canIndex =
             DataSaveControl::readUserData(QStringLiteral("CanIndex"), QVariant(0)).toInt();
         emit canbusEntryProductionTestMode(false, canIndex);
-        emit directionKeyEntryProductionTestMode(false);
+        if (!self.isNull())
+            emit directionKeyEntryProductionTestMode(false);
     }
+    if (self.isNull())
+        return;
     state = Idle;
     setProductionMode(false);
     checkQuit();
