@@ -10,7 +10,6 @@
 #include <usbcontrol.h>
 
 #include <cstdio>
-#include <utility>
 
 using tolappframework::Module;
 using tolappframework::ModuleManager;
@@ -29,8 +28,12 @@ void reportModulesStarted()
 void unplugAll()
 {
     // The list no longer holds what is told to be gone.
-    const QStringList gone = std::exchange(headUnit().sticks, {});
-    for (const QString &directory : gone)
+    QStringList gone;
+    {
+        const std::lock_guard<std::mutex> lock(headUnit().mutex);
+        gone.swap(headUnit().sticks);
+    }
+    for (const QString &directory : qAsConst(gone))
         emit UsbControl::getInstance()->deviceUnmounted(MediaTypeUsbStorage, directory);
 }
 
@@ -63,6 +66,7 @@ bool UsbControl::isDeviceEventRequested() const
 
 QStringList UsbControl::getMountDeviceByType(_MediaType type) const
 {
+    const std::lock_guard<std::mutex> lock(headUnit().mutex);
     return type == MediaTypeUsbStorage ? headUnit().sticks : QStringList();
 }
 
@@ -82,6 +86,7 @@ bool DataSaveControl::backupRuntimeData(const QString & /*key*/, const QVariant 
 
 bool DataSaveControl::saveProductionData(const QString &key, const QVariant &value)
 {
+    const std::lock_guard<std::mutex> lock(headUnit().mutex);
     headUnit().productionData.insert(key, value);
     return true;
 }
@@ -94,6 +99,7 @@ bool DataSaveControl::saveData(const QList<QVariant> & /*data*/, const QString &
 
 QVariant DataSaveControl::readProductionData(const QString &key, const QVariant &defaultValue)
 {
+    const std::lock_guard<std::mutex> lock(headUnit().mutex);
     return headUnit().productionData.value(key, defaultValue);
 }
 

@@ -6,10 +6,12 @@
 #include <QVariant>
 
 #include <functional>
+#include <mutex>
 
-/// What this head unit's services work on. Written by the program while no pass is running.
+/// What this head unit's services work on.
 struct HeadUnit
 {
+    std::mutex mutex; ///< Guards sticks and productionData, which the module's worker uses as well.
     QStringList sticks; ///< Mount directories.
     QMap<QString, QVariant> productionData;
     std::function<void(int code)> onPopUp; ///< UI thread.
