@@ -27,8 +27,9 @@ public:
      * Stores the factory settings list @p data under @p name.
      *
      * The list holds three elements for each setting: its key (text), its value as it stands in
-     * the production file (text, or a list of texts) and an empty text. The value is invalid for
-     * a key that holds doubled or leading slashes. The module always passes true as @p flag.
+     * the production file (text, or a list of texts) and an empty text. For a key
+     * with doubled or leading slashes the value is that of the key without them, invalid when there
+     * is none. The module always passes true as @p flag.
      */
     static bool saveData(const QList<QVariant> &data, const QString &name, bool flag);
 

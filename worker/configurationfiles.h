@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringList>
 
+/// How the files on a stick are called. Reentrant.
 namespace production {
 
 /// Name of a file that is used once, in silence.

@@ -136,7 +136,7 @@ bool ProductionObject::exePanelGroup(QSettings &settings)
 bool ProductionObject::applyBacklightSteps(const QVariant &steps)
 {
     const QStringList entries = steps.toStringList();
-    if (!steps.isValid() || entries.size() != int(DataDefault::panelLightStepRange) + 1)
+    if (entries.size() != int(DataDefault::panelLightStepRange) + 1)
         return false;
 
     QStringList stored;

@@ -57,16 +57,16 @@ public:
     /// Whether the configuration file was found on the device mounted at @p dev. Any thread.
     bool isConfigurationDevice(const QString &dev) const;
 
-    /// Whether leaving was requested with setLeave(); never taken back. Any thread.
+    /// Whether the pass is to leave, as setLeave() asks; never taken back. Any thread.
     bool isNeedLeave() const { return needLeave; }
 
     /**
      * Requests to leave production mode; for the UI thread.
      *
      * In Done this leaves at once, with the signals of leaving emitted in the calling thread, right
-     * after a call of @p beforeLeaving; the pass has emitted its test-mode signals by then, and its
-     * results. A pass
-     * that is running leaves by itself at its next check, one that is Ready does not begin.
+     * after a call of @p beforeLeaving; the pass has emitted its test-mode signals and its results
+     * by then. A pass that is running leaves by itself at its next check, one that is Ready does
+     * not begin.
      */
     void setLeave(const std::function<void()> &beforeLeaving = {});
 
@@ -78,7 +78,7 @@ public:
      */
     void leaveProductionModel();
 
-    /// Emits finished() when the worker is Idle.
+    /// Emits finished() when the worker is Idle. UI thread or worker thread, as the leave is.
     void checkQuit();
 
     /// The reader that QSettings calls; its comments go to the live worker.
@@ -172,10 +172,11 @@ private:
 
 namespace production {
 
-/// Runs "sync" three times in a row, as around every change to a file on the stick.
+/// Runs "sync" three times in a row, as around every change to a file on the stick. Worker thread,
+/// which waits for them.
 void syncDisks();
 
-/// Runs @p command in the shell; what comes of it is not looked at.
+/// Runs @p command in the shell and waits for it; what comes of it is not looked at. Worker thread.
 void runCommand(const char *command);
 
 } // namespace production

@@ -24,7 +24,7 @@ enum PassMessage {
 constexpr int settingsCacheSize = 10;
 
 /// Whether opening the file could block for ever, or its text never end: a pipe, a device.
-bool isNoFile(const QString &path)
+bool isSpecialFile(const QString &path)
 {
     const QFileInfo info(path);
     return info.exists() && !info.isFile();
@@ -145,7 +145,7 @@ QString ProductionObject::configName() const
 std::unique_ptr<QSettings> ProductionObject::openConfiguration(HeldDirectory &directory)
 {
     lastRead = LastRead::None;
-    if (isNoFile(directory.filePath(configName())))
+    if (isSpecialFile(directory.filePath(configName())))
         return std::make_unique<QSettings>(QStringLiteral("/dev/null"), settingsFormat);
     for (int tries = 0;; ++tries) {
         const QString path = directory.filePath(configName());
@@ -208,8 +208,9 @@ void ProductionObject::writeCompletionMarker(const HeldDirectory &directory,
                                              const QStringList &provisioned)
 {
     const QString name = completionMarkerName();
+    // A file that was given by its path belongs to no device, and its marker to the root directory.
     QFile marker(mountPath.isEmpty() ? filePath(mountPath, name) : directory.filePath(name));
-    if (isNoFile(marker.fileName()) || !marker.open(QIODevice::Append))
+    if (isSpecialFile(marker.fileName()) || !marker.open(QIODevice::Append))
         return;
     marker.write(provisioned.join(QLatin1String(", ")).toLatin1() + "\r\n");
     marker.close();

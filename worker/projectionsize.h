@@ -7,11 +7,11 @@ class QSettings;
 /// The physical screen size for phone projection, out of the group "Panel". Worker thread.
 namespace production {
 
-/// Values as they stand in the file; invalid when no key of the group matched.
+/// The screen's, as they stand in the file; invalid when no key of the group matched.
 struct PhysicalSizes
 {
-    QVariant width; ///< Of the screen.
-    QVariant height; ///< Of the screen.
+    QVariant width;
+    QVariant height;
 };
 
 /**
