@@ -49,11 +49,11 @@ FileGenerator::FileGenerator(int serials, SerialLine line, SerialComments commen
 {
 }
 
-QString FileGenerator::makeFile(const QString &name)
+QString FileGenerator::makeFile()
 {
     const QString folder = directory.filePath(QString::number(++files));
     QDir().mkpath(folder);
-    QFile file(folder + QLatin1Char('/') + name);
+    QFile file(folder + QLatin1String("/production.ini"));
     if (!file.open(QIODevice::WriteOnly))
         qFatal("%s: %s", qUtf8Printable(file.fileName()), qUtf8Printable(file.errorString()));
     file.write(panelSection);

@@ -26,7 +26,7 @@ public:
      * it knows from its cache. The file is on the disk, so that nobody else's flush has to wait for
      * it. It lives as long as the generator.
      */
-    QString makeFile(const QString &name = QStringLiteral("production.ini"));
+    QString makeFile();
 
 private:
     QByteArray serialLine(int number) const;

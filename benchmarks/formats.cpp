@@ -60,16 +60,16 @@ void measureReader(benchmark::State &state, Read read)
 }
 
 /// Writes as QSettings has it done, up to the moment in which the file would take its place.
-QByteArray writtenFile(const QString &path, const Content &content, Write write, Meter *meter)
+bool writeTo(QSaveFile &file, const Content &content, Write write)
+{
+    return write(file, content.map, content.comments) && file.flush();
+}
+
+QByteArray writtenFile(const QString &path, const Content &content, Write write)
 {
     QSaveFile file(path);
     file.open(QIODevice::WriteOnly);
-    const auto work = [&] { write(file, content.map, content.comments) && file.flush(); };
-    if (meter != nullptr) {
-        meter->measure(work);
-        return QByteArray();
-    }
-    work();
+    writeTo(file, content, write);
     file.commit();
     return contentOf(path);
 }
@@ -81,11 +81,13 @@ void measureWriter(benchmark::State &state, Write write)
     const Content content(path);
     {
         Meter meter(state);
-        for (auto _ : state)
-            writtenFile(path, content, write, &meter);
+        for (auto _ : state) {
+            QSaveFile file(path);
+            file.open(QIODevice::WriteOnly);
+            meter.measure([&] { writeTo(file, content, write); });
+        }
     }
-    if (writtenFile(path, content, write, nullptr)
-        != writtenFile(path, content, plainformat::write, nullptr))
+    if (writtenFile(path, content, write) != writtenFile(path, content, plainformat::write))
         state.SkipWithError("the writer's result differs from the plain writer's");
 }
 

@@ -1,7 +1,6 @@
 #include "report.h"
 #include "rows.h"
 
-#include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -10,6 +9,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <unistd.h>
 
 namespace {
 
@@ -21,12 +21,12 @@ int iterations(int serials)
     return std::clamp(20'000 / std::max(serials, 1), 1, 100);
 }
 
-constexpr int rounds = 5;
+constexpr int rounds = 9; // odd, for their median
 
 /// In each round, how often the rows are measured in turn; most where they are compared.
 int turns(int serials)
 {
-    return serials == Report::comparedSize ? 16 : 1;
+    return serials == Report::comparedSize ? 9 : 1;
 }
 
 QByteArray benchmarkName(const Row &row, int serials)
@@ -86,7 +86,8 @@ Measurement measure(const Row &row, int serials)
 
 void measureInto(Report &report, const Row &row, int serials)
 {
-    fprintf(stderr, "\r%-30s", benchmarkName(row, serials).constData());
+    if (isatty(STDERR_FILENO))
+        fprintf(stderr, "\r%-30s\r", benchmarkName(row, serials).constData());
     report.add(row.id, serials, measure(row, serials));
 }
 
@@ -103,7 +104,6 @@ int printReport(const QVector<int> &sizes)
     }
     for (int round = 0; round < bootRounds; ++round)
         measureInto(report, rows::boot, 0);
-    fprintf(stderr, "\r%-30s\r", "");
 
     // Markdown, for docs/performance.md.
     printf("%s\n```\n%s```\n", qUtf8Printable(report.tables()), qUtf8Printable(report.limits()));
@@ -119,5 +119,11 @@ int main(int argc, char **argv)
     const bool single = std::any_of(argv + 1, argv + argc, [](const char *argument) {
         return QByteArray(argument).startsWith("--benchmark");
     });
+    if (argc > 1 && !single) {
+        fprintf(stderr,
+                "production-benchmark: without options it measures everything (some "
+                "minutes); --benchmark_filter and the like measure single rows\n");
+        return 2;
+    }
     return single ? runBenchmarks(argc, argv, sizes) : printReport(sizes);
 }

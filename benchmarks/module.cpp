@@ -10,8 +10,10 @@
 #include <QEventLoop>
 #include <QFileInfo>
 #include <QLibrary>
+#include <QTemporaryDir>
 
 #include <atomic>
+#include <memory>
 
 namespace {
 

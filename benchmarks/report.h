@@ -5,6 +5,8 @@
 #include <QString>
 #include <QVector>
 
+struct Row;
+
 /// What one round of a row showed.
 struct Measurement
 {
@@ -24,32 +26,33 @@ class Report
 public:
     static constexpr int comparedSize = 100'000; ///< Serials at which rows are compared.
 
-    /// To be called round by round.
+    /// The n-th measurements of all rows and numbers of serials are of one round.
     void add(const QByteArray &row, int serials, const Measurement &measurement);
 
     /// A Markdown table for every number of serials, and the cost of a normal boot.
     QString tables() const;
 
-    /// The limits that hold for the measured rows, a line each with "pass" or "FAIL".
+    /// A line for each limit, "pass" or "FAIL", and notes on the peers.
     QString limits();
     bool allHold() const { return failed == 0; }
 
 private:
+    using Rounds = QVector<Measurement>;
     using Quantity = double Measurement::*;
 
-    bool has(const QByteArray &row, int serials) const;
-    double median(const QByteArray &row, int serials, Quantity quantity) const;
-    double ratio(const QByteArray &row, const QByteArray &other, int serials,
-                 Quantity quantity) const;
-    double growth(const QByteArray &row) const;
+    Rounds rounds(const Row &row, int serials) const;
+    double growth(const Row &row) const;
+
+    static double median(const Rounds &rounds, Quantity quantity);
+    static double ratio(const Rounds &rounds, const Rounds &others, Quantity quantity);
 
     QString table(int serials) const;
     QString boot() const;
 
     QString limit(const QString &title, double value, double most, const QString &unit);
-    QString ratioLimit(const QByteArray &row, const QByteArray &other, double most);
+    QString ratioLimit(const Row &row, const Row &other, int serials, double most);
     QString growthLimits();
 
-    QMap<int, QMap<QByteArray, QVector<Measurement>>> measurements; ///< by serials, then row
+    QMap<int, QMap<QByteArray, Rounds>> measurements; ///< by serials, then row
     int failed = 0;
 };

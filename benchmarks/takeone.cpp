@@ -13,6 +13,7 @@
 #include <glib.h>
 
 #include <cstdio>
+#include <cstring>
 #include <memory>
 #include <string_view>
 #include <unistd.h>

@@ -5,6 +5,8 @@
 #include <QTextCodec>
 #include <QTextStream>
 
+#include <utility>
+
 using production::bareValue;
 using production::KeyComments;
 using production::SettingsMap;
@@ -128,7 +130,8 @@ QByteArray withComment(QByteArray line, const QString &comment)
         line += QByteArray(line.size() <= 16 ? 16 - line.size() : 4 - line.size() % 4, ' ');
         line += comment.toUtf8();
     }
-    return line + "\r\n";
+    line += "\r\n";
+    return line;
 }
 
 QByteArray keyLine(const QString &name, const QVariant &value, const QString &comment)
@@ -136,7 +139,7 @@ QByteArray keyLine(const QString &name, const QVariant &value, const QString &co
     QByteArray line = name.toUtf8();
     if (value.toString() != bareValue())
         line += "=" + valueText(value).toUtf8();
-    return withComment(line, comment);
+    return withComment(std::move(line), comment);
 }
 
 /// A key that stands at the begin of its section, with its "=" even when it has no value.
