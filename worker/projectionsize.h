@@ -7,11 +7,11 @@ class QSettings;
 /// The physical screen size for phone projection, out of the group "Panel". Worker thread.
 namespace production {
 
-/// The screen's, as they stand in the file; invalid when no key of the group matched.
+/// The screen's, as they stand in the file.
 struct PhysicalSizes
 {
-    QVariant width;
-    QVariant height;
+    QVariant width; ///< Invalid when no key of the group matched.
+    QVariant height; ///< As the width is.
 };
 
 /**
