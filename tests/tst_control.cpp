@@ -74,7 +74,8 @@ private slots:
     void secondCheckDoesNothing();
     void unpluggedAsItIsFound();
     void startedAgainAtItsEnd();
-    void destroyedByClosingPopUp();
+    void destroyedWhileLeaving_data();
+    void destroyedWhileLeaving();
     void destroyedDuringPass();
     void startOnlyWhenReady_data();
     void startOnlyWhenReady();
@@ -268,15 +269,27 @@ void TestControl::startedAgainAtItsEnd()
     QCOMPARE(unit.calls(bench::calls::saveData).size(), 2);
 }
 
-void TestControl::destroyedByClosingPopUp()
+void TestControl::destroyedWhileLeaving_data()
 {
+    QTest::addColumn<QString>("call"); // in which the host deletes everything
+    QTest::newRow("by the canbus module") << "entryProductionTestMode(false";
+    QTest::newRow("by the mcu module") << "entryProductionMode(false";
+    QTest::newRow("by the closing pop-up") << "unplugged";
+}
+
+void TestControl::destroyedWhileLeaving()
+{
+    QFETCH(QString, call);
     TestUnit unit;
     const QString stick = plugFile(unit, btFile);
     const QPointer<ProductionControl> control = unit.startModule();
     QVERIFY(unit.waitForPass());
-    unit.headUnit().setBeforeCall([&](const bench::Call &call) {
-        if (callText(call).contains("unplugged"))
-            delete control;
+    unit.headUnit().setBeforeCall([&](const bench::Call &made) {
+        if (!callText(made).contains(call))
+            return;
+        delete control;
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // the thread
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // the worker
     });
     unit.unplug(stick);
     QVERIFY(control.isNull());
