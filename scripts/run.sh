@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Builds the bench and takes a unit through production from a stick. Each further run is the next
+# Builds the bench and production-stick, and takes a unit through production from a stick. Each further run is the next
 # unit with the same stick. Options are handed on to production-bench (see its --help).
 #
 #   scripts/run.sh [--fresh] [--window] [OPTION]...
@@ -14,7 +14,7 @@ if [ "${1-}" = --fresh ]; then
     fresh=yes
     shift
 fi
-targets=(production-bench)
+targets=(production-bench production-stick)
 mode=(--unplug-when-done)
 several=
 for option in "$@"; do

@@ -3,6 +3,7 @@
 #include "texts.h"
 
 #include <QCommandLineParser>
+#include <QRegularExpression>
 
 #include <algorithm>
 #include <limits>
@@ -240,7 +241,10 @@ Request parseCommand(const CommandInfo &info, const Line &line, const QStringLis
     if (!parser.parse(arguments))
         return refuse(parser.errorText(), text);
     if (parser.isSet(line.help) || parser.isSet(line.version)) {
-        text = parser.isSet(line.help) ? parser.helpText() + QLatin1Char('\n') + exitCodes()
+        // Qt shows options before operands, and with them before the command.
+        const QRegularExpression order(QStringLiteral(R"((\[[^]]*\]) (%1))").arg(info.name));
+        text = parser.isSet(line.help) ? parser.helpText().replace(order, QStringLiteral("\\2 \\1"))
+                + QLatin1Char('\n') + exitCodes()
                                        : versionText();
         return Request::Show;
     }
