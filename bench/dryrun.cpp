@@ -64,11 +64,11 @@ void DryRun::lookAtStick(const QString &stick)
     if (file.isEmpty() || isSystemFile(file))
         return;
     const QStorageInfo storage(stick);
-    if (storage.isReadOnly() || !QFileInfo(stick).isWritable())
+    if (storage.isReadOnly() || !QFileInfo(stick).isWritable() || !QFileInfo(file).isWritable())
         m_cautions.append(tr("%1 cannot be written to: what a unit takes stays in its pools, and "
                              "the next one takes it again.")
                               .arg(stick));
-    else if (storage.bytesAvailable() < QFileInfo(file).size())
+    else if (storage.bytesAvailable() < 2 * QFileInfo(file).size())
         m_cautions.append(tr("%1 has no room for the rewrite: what a unit takes stays in its "
                              "pools, and the next one takes it again.")
                               .arg(stick));
