@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds the bench and production-stick, and takes a unit through production from a stick. Each further run is the next
-# unit with the same stick. Options are handed on to production-bench (see its --help).
+# Builds the bench and production-stick, and takes a unit through production from a stick. Each further
+# run is the next unit with the same stick. Options are handed on to production-bench (see its --help).
 #
 #   scripts/run.sh [--fresh] [--window] [OPTION]...
 #
